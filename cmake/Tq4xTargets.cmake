@@ -1,0 +1,54 @@
+# What all targets share: language, warnings, exact floating point, output folders.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+# One layout for the build tree and for an installation: the program finds the host's library and the
+# plug-in relative to itself.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+
+find_program(TQ4X_CCACHE ccache)
+if(TQ4X_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${TQ4X_CCACHE}")
+endif()
+
+add_library(tq4x_flags INTERFACE)
+# The files bind bits: no fused operations, no reordering.
+target_compile_options(tq4x_flags INTERFACE -ffp-contract=off -fno-fast-math)
+target_compile_options(tq4x_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+    -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference -Wimplicit-fallthrough)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(tq4x_flags INTERFACE -Wduplicated-cond -Wlogical-op)
+    # GCC 12 reports null dereferences and dangling accesses inside the standard library when it inlines.
+    target_compile_options(tq4x_flags INTERFACE -Wno-null-dereference $<$<CONFIG:Release>:-Wno-restrict>)
+endif()
+if(TQ4X_WARNINGS_AS_ERRORS)
+    target_compile_options(tq4x_flags INTERFACE -Werror)
+endif()
+if(TQ4X_SANITIZE)
+    target_compile_options(tq4x_flags INTERFACE -O1 -g1 -fsanitize=address,undefined
+        -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(tq4x_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(TQ4X_BUILD_FUZZ)
+    target_compile_options(tq4x_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+        -fno-sanitize-recover=all)
+    target_link_options(tq4x_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# All sources of a folder and of its folders belong to its target: the tree is the architecture.
+function(tq4x_collect_sources outVariable)
+    set(found)
+    foreach(folder IN LISTS ARGN)
+        file(GLOB_RECURSE here CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp")
+        list(APPEND found ${here})
+    endforeach()
+    set(${outVariable} ${found} PARENT_SCOPE)
+endfunction()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "geometry/OrientedBoundingBox.h"
 #include "geometry/SharedList.h"
 #include "math/Vector.h"
 
@@ -82,16 +83,6 @@ struct VertexAttributeSlot
 
     /// Number of values; 0 for the bone slots.
     std::size_t Size() const;
-};
-
-/// Box about a point cloud along its own axes, in host units.
-struct OrientedBoundingBox
-{
-    Vector3 CenterPosition;
-    std::array<float, 9> OrientationMatrix{1, 0, 0, 0, 1, 0, 0, 0, 1}; ///< three rows, each an axis
-    Vector3 Size;
-
-    bool operator==(const OrientedBoundingBox&) const = default;
 };
 
 /// Values of all attributes, each attribute on its own; a vertex is a tuple of indices into the lists. Copies

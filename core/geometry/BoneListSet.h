@@ -1,8 +1,9 @@
 #pragma once
 
+#include "geometry/HashIndex.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 namespace tq4x
@@ -12,6 +13,13 @@ struct Bone;
 
 /// Bones in ascending byte order of `Name`, each at most once.
 using BoneList = std::vector<Bone*>;
+
+/// Inserts a bone at its place in the order, before others of the same name; a bone that is in the list
+/// already stays where it is.
+void InsertBone(BoneList& bones, Bone& bone);
+
+/// True if every bone of `part` is in `whole`.
+bool ContainsAll(const BoneList& whole, const BoneList& part);
 
 /// The distinct bone lists of a shape's polygons, numbered in order of their first coming. Number 0 is the
 /// empty list.
@@ -32,7 +40,7 @@ public:
 
 private:
     std::vector<BoneList> m_lists{BoneList{}};
-    std::unordered_multimap<std::size_t, std::int32_t> m_numbers; ///< by hash of the list; not the empty one
+    HashIndex m_numbers; ///< of all lists but the empty one
 };
 
 } // namespace tq4x

@@ -114,6 +114,14 @@ inline std::span<PolygonCorner> CornersOf(SeparateDataShape& shape, const Polygo
                  static_cast<std::size_t>(polygon.CornerCount));
 }
 
+/// The influences of a corner: those of its vertex, none for a corner that has no vertex of the table.
+inline std::span<const SkinInfluence> InfluencesOf(const SkinWeightTable& table, const PolygonCorner& corner)
+{
+    if (corner.VertexIndex < 0 || static_cast<std::size_t>(corner.VertexIndex) >= table.size())
+        return {};
+    return table[static_cast<std::size_t>(corner.VertexIndex)];
+}
+
 /// Calls `visit(polygon)` for the polygons of a shape: those not yet in sets, as they were added, then those
 /// of the sets, in the order of the sets. A shape has the ones before its sets are built and the others
 /// after.

@@ -44,6 +44,9 @@ public:
     /// share nothing.
     bool IsSharedWith(const SharedList& other) const { return m_values && m_values == other.m_values; }
 
+    /// True if some other list has the same values in memory.
+    bool IsShared() const { return m_values.use_count() > 1; }
+
 private:
     std::shared_ptr<std::vector<T>> m_values; ///< none until the first value
 };

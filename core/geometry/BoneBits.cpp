@@ -1,0 +1,51 @@
+#include "geometry/BoneBits.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+
+namespace tq4x
+{
+
+std::int32_t BoneNumbering::NumberOf(const Bone* bone)
+{
+    return m_numbers.try_emplace(bone, static_cast<std::int32_t>(m_numbers.size())).first->second;
+}
+
+BoneBits BoneNumbering::BitsOf(const BoneList& bones)
+{
+    BoneBits bits;
+    for (const Bone* bone : bones) {
+        const auto number = static_cast<std::size_t>(NumberOf(bone));
+        if (number / 64 >= bits.size())
+            bits.resize(number / 64 + 1);
+        bits[number / 64] |= std::uint64_t{1} << number % 64;
+    }
+    return bits;
+}
+
+std::int64_t CountShared(const BoneBits& left, const BoneBits& right)
+{
+    const std::size_t words = std::min(left.size(), right.size());
+    std::int64_t count = 0;
+    for (std::size_t i = 0; i < words; ++i)
+        count += std::popcount(left[i] & right[i]);
+    return count;
+}
+
+bool ContainsAll(const BoneBits& whole, const BoneBits& part)
+{
+    for (std::size_t i = 0; i < part.size(); ++i)
+        if (part[i] & ~(i < whole.size() ? whole[i] : 0))
+            return false;
+    return true;
+}
+
+void AddBones(BoneBits& bits, const BoneBits& other)
+{
+    bits.resize(std::max(bits.size(), other.size()));
+    for (std::size_t i = 0; i < other.size(); ++i)
+        bits[i] |= other[i];
+}
+
+} // namespace tq4x

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tq4x
 {
@@ -13,5 +14,21 @@ void AppendNumber(std::string& text, std::int64_t number);
 void AppendNumber(std::string& text, std::uint64_t number);
 void AppendNumber(std::string& text, float number);
 void AppendNumber(std::string& text, double number);
+
+/// The number with exactly six digits behind the point, independent of the locale.
+std::string FixedText(float number);
+
+/// The shortest decimal that reads back as the same number.
+std::string ShortestText(float number);
+
+/// The number that a text begins with, by the C library's rules in the classic locale: leading white space
+/// and a sign are taken, what follows the number is passed over, no digits give 0. Too large numbers give the
+/// nearest end of the range; a decimal that overflows gives plus or minus the largest float.
+std::int32_t ParseInteger(std::string_view text);
+float ParseDecimal(std::string_view text);
+
+/// True if the whole text is one number by the same rules, without white space, and finite as a float.
+bool IsIntegerText(std::string_view text);
+bool IsDecimalText(std::string_view text);
 
 } // namespace tq4x

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,9 +22,13 @@ inline constexpr unsigned CodePageShiftJis = 932;
 unsigned SystemCodePage();
 void SetSystemCodePage(unsigned codePage);
 
-/// Turns text of the system's code page into UTF-8. The identity where the code page is UTF-8. Bytes that the
-/// code page doesn't know become U+FFFD.
+/// Turns text of the system's code page into UTF-8. The identity where the code page is UTF-8. In others,
+/// bytes that form no character become U+FFFD.
 std::string ToUtf8(std::string_view text);
+
+/// Number of bytes of the character at `position` in the system's code page: a lead byte takes its trail byte
+/// with it, a well-formed UTF-8 sequence counts whole, anything else is 1. `position` is inside the text.
+std::size_t CharacterLength(std::string_view text, std::size_t position);
 
 /// A name that is safe for a file and inside a reference: letters, digits, "-", "." and "_" stay, any other
 /// character becomes one "_", however many bytes it has in the system's code page.

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tq4x
+{
+
+// The border to the file system: texts of paths become the system's own here and nowhere else. One source
+// file for each system holds what differs.
+
+/// The path as the file system takes it. Empty for a text with a zero byte in it, which no system can hold.
+std::filesystem::path FilePath(std::string_view path);
+
+/// Opens an existing file for reading and writing, without touching it; nullptr if that is refused.
+std::FILE* OpenForUpdate(const std::filesystem::path& path);
+
+/// Creates a text file that does not exist yet; nullptr if it exists (a link that leads nowhere included) or
+/// can't be made.
+std::FILE* CreateNewFile(const std::filesystem::path& path);
+
+/// True if the path names anything at all.
+bool PathExists(std::string_view path);
+
+/// The bytes of a regular file; nothing if it can't be read or is larger than `sizeLimit`.
+std::optional<std::string> ReadFileText(std::string_view path, std::size_t sizeLimit);
+
+} // namespace tq4x

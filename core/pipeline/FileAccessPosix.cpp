@@ -1,0 +1,27 @@
+#include "pipeline/FileAccess.h"
+
+#include "pipeline/PathText.h"
+
+namespace tq4x
+{
+
+std::filesystem::path FilePath(std::string_view path)
+{
+    if (path.find('\0') != std::string_view::npos)
+        return {};
+    return NativePath(path);
+}
+
+// "e" closes the file in the processes that are started meanwhile.
+
+std::FILE* OpenForUpdate(const std::filesystem::path& path)
+{
+    return std::fopen(path.c_str(), "r+e");
+}
+
+std::FILE* CreateNewFile(const std::filesystem::path& path)
+{
+    return std::fopen(path.c_str(), "wxe");
+}
+
+} // namespace tq4x

@@ -1,0 +1,123 @@
+#include "pipeline/Platform.h"
+
+#include "pipeline/FileAccess.h"
+
+#include <pwd.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <system_error>
+
+namespace tq4x
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr int FirstInheritableFile = 3; // behind the three standard streams
+constexpr int SignalExitCode = 128;     // as shells count a death by signal
+
+std::optional<std::string> ReadEnvironment(const std::string& name)
+{
+    const char* value = std::getenv(name.c_str());
+    if (value == nullptr || *value == '\0')
+        return std::nullopt;
+    return value;
+}
+
+std::string ReadUserName()
+{
+    std::array<char, 16384> buffer;
+    passwd entry{};
+    passwd* found = nullptr;
+    if (getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr)
+        return found->pw_name;
+    return ReadEnvironment("USER").value_or("");
+}
+
+LocalTime ReadLocalTime()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+}
+
+std::string FormatTime(const LocalTime& time)
+{
+    std::array<char, 48> text;
+    const int length =
+        std::snprintf(text.data(), text.size(), "%02d:%02d:%02d", time.Hour, time.Minute, time.Second);
+    return std::string(text.data(), static_cast<std::size_t>(length));
+}
+
+bool CopyRegularFile(const std::string& from, const std::string& to)
+{
+    std::error_code error;
+    return fs::copy_file(FilePath(from), FilePath(to), fs::copy_options::overwrite_existing, error) && !error;
+}
+
+bool MakeFolders(const std::string& path)
+{
+    std::error_code error;
+    const fs::path folder = FilePath(path);
+    fs::create_directories(folder, error);
+    return fs::is_directory(folder, error);
+}
+
+/// Waits for a process; its exit code, or nothing if the system does not tell it.
+std::optional<int> WaitForExit(pid_t process)
+{
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0)
+        if (errno != EINTR)
+            return std::nullopt;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : SignalExitCode + WTERMSIG(status);
+}
+
+std::optional<pid_t> StartShell(const std::string& command)
+{
+    posix_spawn_file_actions_t actions;
+    if (posix_spawn_file_actions_init(&actions) != 0)
+        return std::nullopt;
+    posix_spawn_file_actions_addclosefrom_np(&actions, FirstInheritableFile);
+    std::string shell = "sh", option = "-c", text = command;
+    char* const arguments[] = {shell.data(), option.data(), text.data(), nullptr};
+    pid_t process = 0;
+    const int error = posix_spawn(&process, "/bin/sh", &actions, nullptr, arguments, environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0)
+        return std::nullopt;
+    return process;
+}
+
+int RunInShell(const std::string& command)
+{
+    const std::string line = "/bin/sh -c \"" + command + "\"";
+    const std::optional<pid_t> process = StartShell(command);
+    if (!process) {
+        std::fprintf(stderr, "Error: My exec process create: %s\n", line.c_str());
+        return 1;
+    }
+    const std::optional<int> exitCode = WaitForExit(*process);
+    if (!exitCode)
+        std::fprintf(stderr, "Error: My exec process get exit code: %s\n", line.c_str());
+    return exitCode.value_or(1);
+}
+
+} // namespace
+
+Platform SystemPlatform()
+{
+    return {ReadUserName,    ReadLocalTime, FormatTime, ReadEnvironment,
+            CopyRegularFile, MakeFolders,   RunInShell};
+}
+
+} // namespace tq4x

@@ -1,6 +1,9 @@
 #include "pipeline/ExportOptions.h"
 
+#include "pipeline/MessageLog.h"
+
 #include <memory>
+#include <new>
 
 namespace tq4x
 {
@@ -21,10 +24,13 @@ const ExportOptions& CurrentOptions()
     return LiveRecord() ? *LiveRecord() : defaults;
 }
 
-ExportOptions& CreateOptions()
+ExportOptions* CreateOptions()
 {
-    LiveRecord() = std::make_unique<ExportOptions>();
-    return *LiveRecord();
+    LiveRecord().reset();
+    LiveRecord().reset(new (std::nothrow) ExportOptions);
+    if (!LiveRecord())
+        ReportMessage(MessageCode::InternalError);
+    return LiveRecord().get();
 }
 
 ExportOptions* LiveOptions()

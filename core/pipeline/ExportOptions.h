@@ -2,9 +2,18 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tq4x
 {
+
+/// What the export command was called with.
+struct ExportArguments
+{
+    std::string OutputFileName;
+    std::string OutputFolder;
+    std::vector<std::string> Options; ///< `Key:Value` texts
+};
 
 /// Every setting of an export. Written by the loaders of its vocabularies only; read by everyone else.
 struct ExportOptions
@@ -55,13 +64,21 @@ struct ExportOptions
     float ToleranceColor = 0.001f;
     bool SoftimageInvertVertexColorAlpha = true;
     bool SoftimageIgnoreAmbientTexture = false;
+
+    bool operator==(const ExportOptions&) const = default;
+
+    /// Takes over the arguments of the export command. A text of the list is parted at its first ":"; without
+    /// one its value is empty. Keys are compared exactly, unknown ones are passed over, and of several rows
+    /// with one key the first in the option table counts. See OptionTable.h for how values are read.
+    void LoadFromArguments(const ExportArguments& arguments);
 };
 
 /// The live record if one exists, else a record with the defaults: options may be read before an export.
 const ExportOptions& CurrentOptions();
 
-/// Destroys the old live record and makes a new one with the defaults, which becomes the live record.
-ExportOptions& CreateOptions();
+/// Destroys the old live record and makes a new one with the defaults, which becomes the live record. Without
+/// memory for it: nullptr, with an error in the log, and no live record.
+[[nodiscard]] ExportOptions* CreateOptions();
 
 /// The live record, or nullptr.
 ExportOptions* LiveOptions();

@@ -5,6 +5,8 @@
 #include "pipeline/OutputFile.h"
 #include "pipeline/TextHelpers.h"
 
+#include <cassert>
+
 namespace tq4x
 {
 namespace
@@ -38,7 +40,13 @@ struct ValueAppender
 
     void operator()(std::monostate) const {}
 
-    void operator()(std::string_view text) const { Out += ToUtf8(text); }
+    void operator()(std::string_view text) const
+    {
+        if (SystemCodePage() == CodePageUtf8)
+            Out += text;
+        else
+            Out += ToUtf8(text);
+    }
 
     void operator()(Escaped escaped) const { AppendEscaped(Out, ToUtf8(escaped.Text)); }
 
@@ -121,6 +129,7 @@ void XmlWriter::Open(std::string_view name, XmlAttributes attributes)
 
 void XmlWriter::Close(std::string_view name)
 {
+    assert(m_level > 0 && "a level that was opened is closed");
     --m_level;
     m_text += Indent(m_level);
     AppendEndTag(m_text, name);
@@ -168,6 +177,7 @@ namespace
 template<typename Number, typename EndLine>
 void AppendRows(std::string& out, std::span<const Number> numbers, std::size_t perRow, EndLine endLine)
 {
+    assert(perRow > 0 && numbers.size() % perRow == 0 && "the rows of a stream are full");
     for (std::size_t first = 0; first + perRow <= numbers.size(); first += perRow) {
         AppendList(out, numbers.subspan(first, perRow));
         endLine();

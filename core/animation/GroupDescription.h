@@ -10,7 +10,7 @@ namespace tq4x
 class XmlWriter;
 
 /// How the values of several animations of one member are blended.
-enum class BlendOperation : std::int32_t
+enum class BlendOperationName : std::int32_t
 {
     Transform = 0,
     CalculatedTransform = 1,
@@ -30,7 +30,7 @@ enum class BlendOperation : std::int32_t
 struct AnimationMemberDescription
 {
     std::string Path; ///< from the object that the group stands in, such as `ViewUpdater.Twist`
-    tq4x::BlendOperation BlendOperation = tq4x::BlendOperation::Transform;
+    BlendOperationName BlendOperation = BlendOperationName::Transform;
 };
 
 /// The members that one kind of animation may move, and when they are evaluated.

@@ -265,7 +265,8 @@ struct Material
     void BuildFragmentLighting(LookupTableSet& lookupTables, bool hasVertexColor, std::size_t textureCount);
 
     /// Makes keys of every moving curve and raises the flags of the groups that are to be written.
-    void FinishAnimation(bool isLoop, const MaterialTolerances& tolerances);
+    /// `frameSteps` samples make a frame.
+    void FinishAnimation(bool isLoop, const MaterialTolerances& tolerances, int frameSteps);
 
     /// True if `WriteTextureAnimations` or `WriteMemberAnimations` would write a member.
     bool HasAnimatedMember() const;

@@ -41,8 +41,9 @@ struct MaterialSet
     Material* MaterialAt(std::int32_t index);
     const Material* MaterialAt(std::int32_t index) const;
 
-    /// Makes the keys of all materials, but only if `HasAnimation` is set.
-    void FinishAnimation(std::int32_t frameSize, bool isLoop, const MaterialTolerances& tolerances);
+    /// Makes the keys of all materials, but only if `HasAnimation` is set. `frameSteps` samples make a frame.
+    void FinishAnimation(std::int32_t frameSize, bool isLoop, const MaterialTolerances& tolerances,
+                         int frameSteps);
 
     /// True if the material animation file would hold a member.
     bool HasAnimatedMember() const;

@@ -1,0 +1,84 @@
+#include "scene/Database.h"
+
+#include "scene/ClassTree.h"
+
+namespace XSI::Host
+{
+
+void Database::Register(std::unique_ptr<Object> object, siClassID classId, std::string_view name,
+                        std::string_view type, ObjectId parent)
+{
+    const Object* owner = Find(parent);
+    object->ClassId = classId;
+    object->Name = name;
+    object->Type = type;
+    object->Parent = owner != nullptr ? parent : 0;
+    object->Life = owner != nullptr ? owner->Life : Lifetime::Scene;
+    object->Id = static_cast<ObjectId>(m_objects.size() + 1);
+    m_objects.push_back(std::move(object));
+}
+
+Object* Database::Find(ObjectId id) const
+{
+    return id != 0 && id <= m_objects.size() ? m_objects[id - 1].get() : nullptr;
+}
+
+void Database::Delete(ObjectId id)
+{
+    const Object* object = Find(id);
+    if (object == nullptr) {
+        return;
+    }
+    if (Object* parent = Find(object->Parent)) {
+        parent->Forget(id);
+    }
+    bool isSceneChanged = false; // contexts come and go with each callback and change nothing
+    std::vector<ObjectId> waiting{id};
+    while (!waiting.empty()) {
+        const ObjectId next = waiting.back();
+        waiting.pop_back();
+        if (const Object* deleted = Find(next)) {
+            isSceneChanged = isSceneChanged || IsDerived(deleted->ClassId, siProjectItemID);
+            deleted->ListOwned(waiting);
+            m_objects[next - 1].reset();
+        }
+    }
+    if (isSceneChanged) {
+        TouchNames();
+        TouchTransforms();
+    }
+}
+
+void Database::DeleteScene()
+{
+    for (auto& object : m_objects) {
+        if (object != nullptr && object->Life == Lifetime::Scene) {
+            object.reset();
+        }
+    }
+    TouchNames();
+    TouchTransforms();
+}
+
+void Database::DeleteAll()
+{
+    for (auto& object : m_objects) {
+        object.reset();
+    }
+    TouchNames();
+    TouchTransforms();
+}
+
+CRefArray RefsOf(const Database& database, const std::vector<ObjectId>& ids)
+{
+    std::vector<CRef> refs;
+    refs.reserve(ids.size());
+    for (const ObjectId id : ids) {
+        if (database.Find(id) != nullptr) {
+            refs.push_back(CRef::FromObjectID(id));
+        }
+    }
+    return CRefArray(std::move(refs));
+}
+
+} // namespace XSI::Host

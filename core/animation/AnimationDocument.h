@@ -3,6 +3,7 @@
 #include "animation/AnimationCurve.h"
 #include "pipeline/XmlWriter.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -43,6 +44,9 @@ void WriteFloatAnimation(XmlWriter& stream, const AnimationCurve& curve);
 /// X, Y, Z curves that need output. Up to three curves.
 void WriteVectorAnimation(XmlWriter& stream, std::span<const AnimationCurve> curves,
                           std::string_view elementName);
+
+/// Name of the X, Y or Z curve, for axes 0 to 2.
+std::string_view VectorCurveName(std::size_t axis);
 
 /// Writes `RgbaColorAnimation` with the R, G, B, A curves that need output.
 void WriteRgbaColorAnimation(XmlWriter& stream, std::span<const AnimationCurve, 4> curves);

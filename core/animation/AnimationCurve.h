@@ -40,7 +40,7 @@ enum class RepeatMethod : std::int32_t
 struct AnimationCurve
 {
     bool NeedsOutput = false; ///< the channel differs from its default and is to be written
-    bool IsConstant = false;  ///< all samples lie within `Tolerance` of the first sample
+    bool IsConstant = true;   ///< all samples lie within `Tolerance` of the first; true without samples
     bool IsLoop = false;      ///< copy of the animation's loop option
     bool IsAngle = false;     ///< samples are degrees; written in radians
     float Tolerance = 0.0f;   ///< error limit, in the channel's own unit

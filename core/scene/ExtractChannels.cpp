@@ -19,7 +19,9 @@ using AxisCurves = std::array<AnimationCurve, 3>;
 void PrepareCurves(AxisCurves& curves, std::size_t sampleCount, float tolerance, bool isAngle)
 {
     for (AnimationCurve& curve : curves) {
-        curve = {.IsAngle = isAngle, .Tolerance = tolerance};
+        curve = AnimationCurve{};
+        curve.IsAngle = isAngle;
+        curve.Tolerance = tolerance;
         curve.Samples.resize(sampleCount);
     }
 }

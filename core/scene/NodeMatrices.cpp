@@ -14,7 +14,7 @@ namespace
 /// The rotation of a decomposed matrix alone.
 Matrix44 RotationOf(const TransformParts& parts)
 {
-    return ComposeMatrix({.Rotate = parts.Rotate});
+    return ComposeMatrix({{1.0f, 1.0f, 1.0f}, parts.Rotate, {}});
 }
 
 Vector3 TranslationOf(const Matrix44& matrix)

@@ -10,36 +10,37 @@ namespace tq4x
 namespace
 {
 
-constexpr auto BlendOperationWords = WordTable<BlendOperation::RgbaColor>({
-    {BlendOperation::Transform, "Transform"},
-    {BlendOperation::CalculatedTransform, "CalculatedTransform"},
-    {BlendOperation::CalculatedTransformQuaternion, "CalculatedTransformQuaternion"},
-    {BlendOperation::CalculatedTransformAccurateScale, "CalculatedTransformAccurateScale"},
-    {BlendOperation::CalculatedTransformAccurateScaleQuaternion,
+constexpr auto BlendOperationWords = WordTable<BlendOperationName::RgbaColor>({
+    {BlendOperationName::Transform, "Transform"},
+    {BlendOperationName::CalculatedTransform, "CalculatedTransform"},
+    {BlendOperationName::CalculatedTransformQuaternion, "CalculatedTransformQuaternion"},
+    {BlendOperationName::CalculatedTransformAccurateScale, "CalculatedTransformAccurateScale"},
+    {BlendOperationName::CalculatedTransformAccurateScaleQuaternion,
      "CalculatedTransformAccurateScaleQuaternion"},
-    {BlendOperation::Bool, "Bool"},
-    {BlendOperation::Int, "Int"},
-    {BlendOperation::Float, "Float"},
-    {BlendOperation::Vector2, "Vector2"},
-    {BlendOperation::Vector3, "Vector3"},
-    {BlendOperation::Vector4, "Vector4"},
-    {BlendOperation::RgbaColor, "RgbaColor"},
+    {BlendOperationName::Bool, "Bool"},
+    {BlendOperationName::Int, "Int"},
+    {BlendOperationName::Float, "Float"},
+    {BlendOperationName::Vector2, "Vector2"},
+    {BlendOperationName::Vector3, "Vector3"},
+    {BlendOperationName::Vector4, "Vector4"},
+    {BlendOperationName::RgbaColor, "RgbaColor"},
 });
 
 AnimationGroupDescription SkeletalGroup()
 {
-    return {.Name = "SkeletalAnimation",
-            .EvaluationTiming = "AfterSceneCulling",
-            .Members = {{R"(Skeleton.Bones["*"].AnimatedTransform)", BlendOperation::CalculatedTransform}}};
+    return {
+        .Name = "SkeletalAnimation",
+        .EvaluationTiming = "AfterSceneCulling",
+        .Members = {{R"(Skeleton.Bones["*"].AnimatedTransform)", BlendOperationName::CalculatedTransform}}};
 }
 
 AnimationGroupDescription VisibilityGroup()
 {
     return {.Name = "VisibilityAnimation",
             .EvaluationTiming = "BeforeWorldUpdate",
-            .Members = {{"IsVisible", BlendOperation::Bool},
-                        {R"(Meshes["*"].IsVisible)", BlendOperation::Bool},
-                        {R"(MeshNodeVisibilities["*"].IsVisible)", BlendOperation::Bool}}};
+            .Members = {{"IsVisible", BlendOperationName::Bool},
+                        {R"(Meshes["*"].IsVisible)", BlendOperationName::Bool},
+                        {R"(MeshNodeVisibilities["*"].IsVisible)", BlendOperationName::Bool}}};
 }
 
 AnimationMemberDescription MaterialMember(std::string_view path, BlendOperation operation)
@@ -52,23 +53,23 @@ AnimationGroupDescription MaterialGroup()
     return {.Name = "MaterialAnimation",
             .EvaluationTiming = "AfterSceneCulling",
             .Members = {
-                MaterialMember("MaterialColor.Emission", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Ambient", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Diffuse", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Specular0", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Specular1", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Constant0", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Constant1", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Constant2", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Constant3", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Constant4", BlendOperation::RgbaColor),
-                MaterialMember("MaterialColor.Constant5", BlendOperation::RgbaColor),
-                MaterialMember(R"(TextureMappers["*"].Sampler.BorderColor)", BlendOperation::RgbaColor),
-                MaterialMember(R"(TextureMappers["*"].Texture)", BlendOperation::Int),
-                MaterialMember("FragmentOperation.BlendOperation.BlendColor", BlendOperation::RgbaColor),
-                MaterialMember(R"(TextureCoordinators["*"].Scale)", BlendOperation::Vector2),
-                MaterialMember(R"(TextureCoordinators["*"].Rotate)", BlendOperation::Float),
-                MaterialMember(R"(TextureCoordinators["*"].Translate)", BlendOperation::Vector2),
+                MaterialMember("MaterialColor.Emission", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Ambient", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Diffuse", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Specular0", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Specular1", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Constant0", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Constant1", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Constant2", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Constant3", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Constant4", BlendOperationName::RgbaColor),
+                MaterialMember("MaterialColor.Constant5", BlendOperationName::RgbaColor),
+                MaterialMember(R"(TextureMappers["*"].Sampler.BorderColor)", BlendOperationName::RgbaColor),
+                MaterialMember(R"(TextureMappers["*"].Texture)", BlendOperationName::Int),
+                MaterialMember("FragmentOperation.BlendOperation.BlendColor", BlendOperationName::RgbaColor),
+                MaterialMember(R"(TextureCoordinators["*"].Scale)", BlendOperationName::Vector2),
+                MaterialMember(R"(TextureCoordinators["*"].Rotate)", BlendOperationName::Float),
+                MaterialMember(R"(TextureCoordinators["*"].Translate)", BlendOperationName::Vector2),
             }};
 }
 

@@ -43,7 +43,7 @@ AnimationGroupDescription VisibilityGroup()
                         {R"(MeshNodeVisibilities["*"].IsVisible)", BlendOperationName::Bool}}};
 }
 
-AnimationMemberDescription MaterialMember(std::string_view path, BlendOperation operation)
+AnimationMemberDescription MaterialMember(std::string_view path, BlendOperationName operation)
 {
     return {R"(Materials["*"].)" + std::string(path), operation};
 }

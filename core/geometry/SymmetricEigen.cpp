@@ -49,11 +49,11 @@ struct Jacobi
 };
 
 /// Tangent of the rotation angle that takes `element` away; `h` is the difference of its diagonal elements.
-/// The quotient is the small-angle form. It needs |h| >= |element|: on equal or nearly equal diagonals it
-/// would divide by zero or overshoot where the exact form is safe.
+/// A small element over equal diagonals divides by zero: the numbers turn into none, and the decomposition
+/// fails.
 float RotationTangent(float element, float h)
 {
-    if (IsLostIn(std::fabs(h), 100.0f * std::fabs(element)) && std::fabs(h) >= std::fabs(element))
+    if (IsLostIn(std::fabs(h), 100.0f * std::fabs(element)))
         return element / h;
     const float theta = h / (2.0f * element);
     const float t = 1.0f / (std::fabs(theta) + std::sqrt(theta * theta + 1.0f));

@@ -24,7 +24,10 @@ struct EigenSystem3
 /// Cyclic Jacobi rotations in single precision, with the sweep thresholds of the classic method
 /// (Rutishauser): the first three sweeps pass over small elements, later ones rotate everything. A matrix
 /// whose off-diagonal elements sum up to less than 1e-6 counts as diagonal, however small its diagonal is.
-/// Nothing if 50 sweeps did not suffice, which is also the answer for elements that are not numbers.
+///
+/// Nothing if 50 sweeps did not suffice. That is also the answer for elements that are not numbers, and where
+/// an element below 1e-8 is left over between two large diagonal elements that are equal to the last bit: all
+/// directions between the two are as good there.
 std::optional<EigenSystem3> ComputeEigenSystem(const SymmetricMatrix3& matrix);
 
 } // namespace tq4x

@@ -82,6 +82,16 @@ TEST(ComputeOrientedBoundingBox, TurnsWithThePositions)
     EXPECT_EQ(box.OrientationMatrix[8], 1.0f);
 }
 
+TEST(ComputeOrientedBoundingBox, TinySizesAndTiltsAreZero)
+{
+    EXPECT_EQ(BoxOf({{-2, -1, 0}, {2, -1, 5e-7f}, {2, 1, 0}, {-2, 1, 0}}).Size, (Vector3{4, 2, 0}));
+    // A tilt of 5e-7 over a length of 200: rotated for, and not written.
+    const OrientedBoundingBox box =
+        BoxOf({{-100, -1, -5e-5f}, {100, -1, 5e-5f}, {100, 1, 5e-5f}, {-100, 1, -5e-5f}});
+    EXPECT_EQ(box.OrientationMatrix, Identity);
+    EXPECT_EQ(box.Size, (Vector3{200, 2, 0}));
+}
+
 TEST(ComputeOrientedBoundingBox, TinyShapesStayAlongTheAxes)
 {
     // The turned covariance is below 1e-6 off the diagonal, so nothing is rotated.
@@ -207,6 +217,110 @@ TEST(ComputeEigenSystem, NumbersThatAreNoneFail)
     const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_FALSE(ComputeEigenSystem({{1, 1, 1}, {nan, 0, 0}}).has_value());
     EXPECT_FALSE(ComputeEigenSystem({{nan, 1, 1}, {1, 0, 0}}).has_value());
+}
+
+TEST(ComputeEigenSystem, SmallElementBetweenEqualLargeDiagonalsFails)
+{
+    EXPECT_FALSE(ComputeEigenSystem({{40000, 40000, 40000}, {0, 0.001f, -0.003f}}).has_value());
+}
+
+/// One rotation of the classic method, on full arrays.
+void RotateByTheBook(float a[3][3], float v[3][3], float d[3], float z[3], int p, int q)
+{
+    const auto rotate = [](float& first, float& second, float s, float tau) {
+        const float g = first;
+        const float h = second;
+        first = g - s * (h + g * tau);
+        second = h + s * (g - h * tau);
+    };
+    const float g = 100.0f * std::fabs(a[p][q]);
+    float h = d[q] - d[p];
+    float t = 0.0f;
+    if (std::fabs((std::fabs(h) + g) - std::fabs(h)) < 1e-6f) {
+        t = a[p][q] / h;
+    } else {
+        const float theta = h / (2.0f * a[p][q]);
+        t = 1.0f / (std::fabs(theta) + std::sqrt(theta * theta + 1.0f));
+        if (theta < 0.0f)
+            t = -t;
+    }
+    const float c = 1.0f / std::sqrt(1.0f + t * t);
+    const float s = t * c;
+    const float tau = s / (1.0f + c);
+    h = t * a[p][q];
+    z[p] -= h;
+    z[q] += h;
+    d[p] -= h;
+    d[q] += h;
+    a[p][q] = 0.0f;
+    for (int j = 0; j < p; ++j)
+        rotate(a[j][p], a[j][q], s, tau);
+    for (int j = p + 1; j < q; ++j)
+        rotate(a[p][j], a[j][q], s, tau);
+    for (int j = q + 1; j < 3; ++j)
+        rotate(a[p][j], a[q][j], s, tau);
+    for (int j = 0; j < 3; ++j)
+        rotate(v[j][p], v[j][q], s, tau);
+}
+
+/// The classic method, sweep by sweep. False for failure.
+bool SolveByTheBook(float a[3][3], float v[3][3], float d[3])
+{
+    float b[3] = {a[0][0], a[1][1], a[2][2]};
+    float z[3] = {};
+    std::copy(b, b + 3, d);
+    for (int sweep = 0; sweep < 50; ++sweep) {
+        const float sum = std::fabs(a[0][1]) + std::fabs(a[0][2]) + std::fabs(a[1][2]);
+        if (sum == 0.0f || sum < 1e-6f)
+            return true;
+        const float threshold = sweep < 3 ? 0.2f * sum / 9.0f : 0.0f;
+        for (int p = 0; p < 2; ++p) {
+            for (int q = p + 1; q < 3; ++q) {
+                const float g = 100.0f * std::fabs(a[p][q]);
+                if (sweep >= 4 && std::fabs((d[p] + g) - d[p]) < 1e-6f &&
+                    std::fabs((d[q] + g) - d[q]) < 1e-6f)
+                    a[p][q] = 0.0f;
+                else if (std::fabs(a[p][q]) > threshold)
+                    RotateByTheBook(a, v, d, z, p, q);
+            }
+        }
+        for (int i = 0; i < 3; ++i) {
+            b[i] += z[i];
+            d[i] = b[i];
+            z[i] = 0.0f;
+        }
+    }
+    return false;
+}
+
+TEST(ComputeEigenSystem, AgreesWithTheBookToTheLastBit)
+{
+    constexpr unsigned seed = 13;
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> element(-4.0f, 4.0f);
+    const auto below = [&](int end) { return std::uniform_int_distribution(0, end - 1)(random); };
+    for (int test = 0; test < 20000; ++test) {
+        SymmetricMatrix3 matrix;
+        const float size = std::pow(10.0f, static_cast<float>(below(9) - 3));
+        const float tie = std::round(element(random)) * size;
+        for (float& value : matrix.Diagonal)
+            value = below(2) == 0 ? tie : element(random) * size;
+        for (float& value : matrix.UpperOffDiagonal)
+            value =
+                below(3) == 0 ? 0.0f : element(random) * std::pow(10.0f, static_cast<float>(below(12) - 6));
+        const auto& [d, u] = matrix;
+        float a[3][3] = {{d[0], u[0], u[1]}, {u[0], d[1], u[2]}, {u[1], u[2], d[2]}};
+        float vectors[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+        float values[3] = {};
+        const bool isSolved = SolveByTheBook(a, vectors, values);
+        const std::optional<EigenSystem3> eigen = ComputeEigenSystem(matrix);
+        ASSERT_EQ(eigen.has_value(), isSolved) << "seed " << seed << ", case " << test;
+        for (std::size_t k = 0; isSolved && k < 3; ++k) {
+            ASSERT_EQ(eigen->Values[k], values[k]) << "seed " << seed << ", case " << test;
+            for (std::size_t i = 0; i < 3; ++i)
+                ASSERT_EQ(eigen->Vectors[k][i], vectors[i][k]) << "seed " << seed << ", case " << test;
+        }
+    }
 }
 
 TEST(ComputeEigenSystem, SolvesRandomMatrices)

@@ -151,22 +151,31 @@ TEST(SmoothTangents, ZeroEntriesThatAreStoredGlueAndThoseThatAreNotDoNot)
     EXPECT_EQ(absent[1].Tangent, (Vector3{1, 0, 0}));
 }
 
+TangentEntry AtPoint(const std::array<double, 5>& point, const Vector3& tangent)
+{
+    std::array<float, 5> p{};
+    for (std::size_t axis = 0; axis < 5; ++axis)
+        p[axis] = static_cast<float>(point[axis]);
+    return At({p[0], p[1], p[2]}, {p[3], p[4]}, tangent);
+}
+
 TEST(SmoothTangents, NeighboursAcrossEveryBorderOfTheGridFindEachOther)
 {
-    for (int axis = 0; axis < 5; ++axis) {
-        for (int border = -3; border <= 3; ++border) {
-            const float below = static_cast<float>((border + 0.5) * 1e-5 - 4e-7);
-            const float above = static_cast<float>((border + 0.5) * 1e-5 + 4e-7);
-            std::array<float, 5> a{};
-            std::array<float, 5> b{};
-            a.fill(static_cast<float>((border + 0.5) * 1e-5));
-            b.fill(static_cast<float>((border + 0.5) * 1e-5));
-            a[static_cast<std::size_t>(axis)] = below;
-            b[static_cast<std::size_t>(axis)] = above;
-            std::vector<TangentEntry> entries{At({a[0], a[1], a[2]}, {a[3], a[4]}, {1, 0, 0}),
-                                              At({b[0], b[1], b[2]}, {b[3], b[4]}, {0, 1, 0})};
-            SmoothTangents(entries);
-            EXPECT_EQ(entries[0].Tangent, entries[1].Tangent) << "axis " << axis << ", border " << border;
+    // Pairs 9.5e-7 apart, with the border close behind the first or close before the second.
+    for (const double offset : {-1e-7, -5e-7, -8.5e-7}) {
+        for (std::size_t axis = 0; axis < 5; ++axis) {
+            for (int border = -3; border <= 3; ++border) {
+                std::array<double, 5> a{};
+                a.fill((border + 0.5) * 1e-5);
+                a[axis] += offset;
+                std::array<double, 5> b = a;
+                b[axis] += 9.5e-7;
+                std::vector<TangentEntry> entries{AtPoint(a, {1, 0, 0}), AtPoint(b, {0, 1, 0}),
+                                                  AtPoint(a, {0, 0, 1})};
+                SmoothTangents(entries);
+                EXPECT_EQ(entries[0].Tangent, entries[1].Tangent)
+                    << "offset " << offset << ", axis " << axis << ", border " << border;
+            }
         }
     }
 }

@@ -1,6 +1,5 @@
 #include "animation/BuildCurveKeys.h"
 #include "material/Material.h"
-#include "math/Scalar.h"
 
 #include <string_view>
 
@@ -65,7 +64,7 @@ constexpr std::array<ColorChannel, 4> ColorChannels{
 bool FinishCurve(AnimationCurve& curve, float baseValue, int frameSteps)
 {
     IsConstantCheck(curve);
-    UpdateNeedsOutput(curve, SnapToZero(baseValue));
+    UpdateNeedsOutput(curve, baseValue);
     if (curve.IsConstant)
         return false;
     BuildCurveKeys(curve, curve.IsAngle, frameSteps);

@@ -10,13 +10,6 @@ namespace XSI::Host
 namespace
 {
 
-void AddUser(const CRef& material, ObjectId user)
-{
-    if (auto* object = Objects().Find<MaterialObject>(material)) {
-        object->UsedBy.Add(user);
-    }
-}
-
 /// The cluster of all nodes, which carries the properties; made with the first of them.
 ClusterObject& NodeClusterOf(GeometryObject& geometry)
 {
@@ -42,18 +35,18 @@ X3DObject CreateMesh(const CRef& parent, std::string_view name, MeshGeometry geo
     primitive.Geometry = mesh.Id;
     mesh.Mesh = std::move(geometry);
     for (const CRef& material : mesh.Mesh.Materials) {
-        AddUser(material, node.Id);
+        AddMaterialUser(material, RefOf(node));
     }
     return RefOf(node);
 }
 
-MeshGeometry* FindMesh(const X3DObject& object)
+MeshGeometry* FindMesh(const CRef& object)
 {
     GeometryObject* geometry = MeshOf(object);
     return geometry != nullptr ? &geometry->Mesh : nullptr;
 }
 
-void SetMaterial(const CRef& user, const Material& material)
+void SetMaterial(const CRef& user, const CRef& material)
 {
     if (auto* node = Objects().Find<NodeObject>(user)) {
         node->Material = material.GetObjectID();
@@ -62,10 +55,17 @@ void SetMaterial(const CRef& user, const Material& material)
     } else {
         return;
     }
-    AddUser(material, user.GetObjectID());
+    AddMaterialUser(material, user);
 }
 
-Cluster CreateCluster(const X3DObject& mesh, std::string_view name)
+void AddMaterialUser(const CRef& material, const CRef& user)
+{
+    if (auto* object = Objects().Find<MaterialObject>(material)) {
+        object->UsedBy.Add(user.GetObjectID());
+    }
+}
+
+Cluster CreateCluster(const CRef& mesh, std::string_view name)
 {
     GeometryObject* geometry = MeshOf(mesh);
     if (geometry == nullptr) {
@@ -76,7 +76,7 @@ Cluster CreateCluster(const X3DObject& mesh, std::string_view name)
     return RefOf(cluster);
 }
 
-ClusterProperty AddClusterProperty(const X3DObject& mesh, ClusterPropertyKind kind, std::string_view name,
+ClusterProperty AddClusterProperty(const CRef& mesh, ClusterPropertyKind kind, std::string_view name,
                                    LONG valueSize, std::vector<float> values)
 {
     GeometryObject* geometry = MeshOf(mesh);
@@ -120,7 +120,7 @@ Primitive AddProjection(const ClusterProperty& coordinates, bool wrapU, bool wra
     return ref;
 }
 
-Envelope AddEnvelope(const X3DObject& mesh, std::vector<DeformerWeights> deformers)
+Envelope AddEnvelope(const CRef& mesh, std::vector<DeformerWeights> deformers)
 {
     const GeometryObject* geometry = MeshOf(mesh);
     auto* primitive = geometry != nullptr ? Objects().Find<PrimitiveObject>(geometry->Parent) : nullptr;

@@ -20,17 +20,20 @@ namespace XSI::Host
 X3DObject CreateMesh(const CRef& parent, std::string_view name, MeshGeometry geometry);
 
 /// The geometry, for changes after the mesh was made; null if the object has none.
-MeshGeometry* FindMesh(const X3DObject& object);
+MeshGeometry* FindMesh(const CRef& object);
 
 /// Gives an object or a cluster a material of its own.
-void SetMaterial(const CRef& user, const Material& material);
+void SetMaterial(const CRef& user, const CRef& material);
+
+/// Enters an object or a cluster among the users of a material, once.
+void AddMaterialUser(const CRef& material, const CRef& user);
 
 /// A cluster on a mesh, behind those that it has.
-Cluster CreateCluster(const X3DObject& mesh, std::string_view name);
+Cluster CreateCluster(const CRef& mesh, std::string_view name);
 
 /// Values per node: colours and attributes of the user, coordinates, or normals. The values are taken as they
 /// are, whatever their count is.
-ClusterProperty AddClusterProperty(const X3DObject& mesh, ClusterPropertyKind kind, std::string_view name,
+ClusterProperty AddClusterProperty(const CRef& mesh, ClusterPropertyKind kind, std::string_view name,
                                    LONG valueSize, std::vector<float> values);
 
 /// Makes GetValues of a property fail, or no longer.
@@ -41,6 +44,6 @@ void SetReadable(const ClusterProperty& property, bool isReadable);
 Primitive AddProjection(const ClusterProperty& coordinates, bool wrapU = true, bool wrapV = true);
 
 /// Binds a mesh to the objects that move it.
-Envelope AddEnvelope(const X3DObject& mesh, std::vector<DeformerWeights> deformers);
+Envelope AddEnvelope(const CRef& mesh, std::vector<DeformerWeights> deformers);
 
 } // namespace XSI::Host

@@ -80,10 +80,10 @@ Shader CreateShader(const CRef& owner, std::string_view progId, std::string_view
     return RefOf(shader);
 }
 
-Shader CreateSurfaceShader(const Material& material, std::string_view progId)
+Shader CreateSurfaceShader(const CRef& material, std::string_view progId)
 {
     const Shader shader = CreateShader(material, progId, progId);
-    ConnectShader(material.GetParameter(L"surface"), shader);
+    ConnectShader(Material(material).GetParameter(L"surface"), shader);
     return shader;
 }
 

@@ -28,7 +28,7 @@ Material CreateMaterial(std::string_view name, const MaterialLibrary& library = 
 Shader CreateShader(const CRef& owner, std::string_view progId, std::string_view name);
 
 /// A shader of that kind, connected to the material's `surface` port.
-Shader CreateSurfaceShader(const Material& material, std::string_view progId);
+Shader CreateSurfaceShader(const CRef& material, std::string_view progId);
 
 /// An image shader that shows a clip by a coordinate set, not connected to anything yet.
 Texture CreateTexture(const CRef& owner, std::string_view name, const ImageClip2& clip,

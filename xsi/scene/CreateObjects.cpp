@@ -55,7 +55,7 @@ Model CreateModel(const CRef& parent, std::string_view name)
     return RefOf(CreateNode(siModelID, parent, name, "#model"));
 }
 
-Model CreateInstance(const CRef& parent, std::string_view name, const Model& master)
+Model CreateInstance(const CRef& parent, std::string_view name, const CRef& master)
 {
     NodeObject& node = CreateNode(siModelID, parent, name, "#model");
     node.ModelKind = siModelKind_Instance;
@@ -106,14 +106,14 @@ Light CreateLight(const CRef& parent, std::string_view name, LightType type)
     return light;
 }
 
-Shader LightShaderOf(const Light& light)
+Shader LightShaderOf(const CRef& light)
 {
-    return light.GetShaders().GetItem(0);
+    return Light(light).GetShaders().GetItem(0);
 }
 
-void RemoveLightShaders(const Light& light)
+void RemoveLightShaders(const CRef& light)
 {
-    const CRefArray shaders = light.GetShaders();
+    const CRefArray shaders = Light(light).GetShaders();
     for (LONG i = 0; i < shaders.GetCount(); ++i) {
         Objects().Delete(shaders[i].GetObjectID());
     }
@@ -136,12 +136,12 @@ void AddScalingRule(const CRef& object, bool isHierarchical)
     }
 }
 
-void SetScalingRule(const X3DObject& object, bool isHierarchical)
+void SetScalingRule(const CRef& object, bool isHierarchical)
 {
-    object.GetParameter(L"siscaling").PutValue(isHierarchical);
+    X3DObject(object).GetParameter(L"siscaling").PutValue(isHierarchical);
 }
 
-Parameter SetVisibility(const X3DObject& object, bool isVisible)
+Parameter SetVisibility(const CRef& object, bool isVisible)
 {
     Property visibility = FindProperty(object, "visibility");
     if (!visibility.IsValid()) {
@@ -152,10 +152,10 @@ Parameter SetVisibility(const X3DObject& object, bool isVisible)
     return viewVisibility;
 }
 
-Constraint AddConstraint(const X3DObject& constrained, const std::vector<CRef>& constraining,
-                         const CRef& upVector, double roll)
+Constraint AddConstraint(const CRef& constrained, const std::vector<CRef>& constraining, const CRef& upVector,
+                         double roll)
 {
-    auto* kinematics = Objects().Find<KinematicsObject>(constrained.GetKinematics());
+    auto* kinematics = Objects().Find<KinematicsObject>(X3DObject(constrained).GetKinematics());
     if (kinematics == nullptr) {
         return Constraint();
     }
@@ -167,7 +167,7 @@ Constraint AddConstraint(const X3DObject& constrained, const std::vector<CRef>& 
     return RefOf(constraint);
 }
 
-bool MoveBelow(const X3DObject& object, const X3DObject& parent)
+bool MoveBelow(const CRef& object, const CRef& parent)
 {
     auto* node = Objects().Find<NodeObject>(object);
     auto* newParent = Objects().Find<NodeObject>(parent);

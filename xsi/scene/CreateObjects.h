@@ -20,7 +20,7 @@ namespace XSI::Host
 
 Null CreateNull(const CRef& parent, std::string_view name);
 Model CreateModel(const CRef& parent, std::string_view name);
-Model CreateInstance(const CRef& parent, std::string_view name, const Model& master);
+Model CreateInstance(const CRef& parent, std::string_view name, const CRef& master);
 ChainRoot CreateChainRoot(const CRef& parent, std::string_view name);
 ChainBone CreateChainBone(const CRef& parent, std::string_view name);
 ChainEffector CreateChainEffector(const CRef& parent, std::string_view name);
@@ -41,8 +41,8 @@ enum class LightType
 Light CreateLight(const CRef& parent, std::string_view name, LightType type);
 
 /// The light's shader, and the way to take it away.
-Shader LightShaderOf(const Light& light);
-void RemoveLightShaders(const Light& light);
+Shader LightShaderOf(const CRef& light);
+void RemoveLightShaders(const CRef& light);
 
 /// A NURBS surface or curve: an object with a geometry of that class and no points.
 X3DObject CreateNurbsSurface(const CRef& parent, std::string_view name);
@@ -50,18 +50,18 @@ X3DObject CreateNurbsCurve(const CRef& parent, std::string_view name);
 
 /// Adds the parameter `siscaling`, which every 3D object has: true for hierarchical scaling.
 void AddScalingRule(const CRef& object, bool isHierarchical);
-void SetScalingRule(const X3DObject& object, bool isHierarchical);
+void SetScalingRule(const CRef& object, bool isHierarchical);
 
 /// Adds or sets the property `visibility` and answers its parameter `viewvis`.
-Parameter SetVisibility(const X3DObject& object, bool isVisible);
+Parameter SetVisibility(const CRef& object, bool isVisible);
 
 /// Ties an object to others, for example a camera to its target. The parameter `roll` is in degrees.
-Constraint AddConstraint(const X3DObject& constrained, const std::vector<CRef>& constraining,
+Constraint AddConstraint(const CRef& constrained, const std::vector<CRef>& constraining,
                          const CRef& upVector = CRef(), double roll = 0.0);
 
 /// Moves an object behind the children of another parent. False, and no change, for the scene root and for a
 /// parent that lies below the object.
-bool MoveBelow(const X3DObject& object, const X3DObject& parent);
+bool MoveBelow(const CRef& object, const CRef& parent);
 
 /// Sets the colour of the scene's ambient light: the property `AmbientLighting` of the scene root with the
 /// colour `ambience`, which is answered.

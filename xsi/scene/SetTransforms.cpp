@@ -36,7 +36,7 @@ CTransformation MakeTransform(const CVector3& translation, const MATH::CQuaterni
     return transform;
 }
 
-void SetLocalTransform(const X3DObject& object, const CTransformation& transform)
+void SetLocalTransform(const CRef& object, const CTransformation& transform)
 {
     if (auto* node = Objects().Find<NodeObject>(object)) {
         node->Local = transform;
@@ -45,7 +45,7 @@ void SetLocalTransform(const X3DObject& object, const CTransformation& transform
     }
 }
 
-void SetLocalTransformSource(const X3DObject& object, std::function<CTransformation(double)> evaluate)
+void SetLocalTransformSource(const CRef& object, std::function<CTransformation(double)> evaluate)
 {
     if (auto* node = Objects().Find<NodeObject>(object)) {
         node->LocalSource = std::move(evaluate);
@@ -53,9 +53,9 @@ void SetLocalTransformSource(const X3DObject& object, std::function<CTransformat
     }
 }
 
-void SetLocalTransformCurves(const X3DObject& object, const TransformCurves& curves)
+void SetLocalTransformCurves(const CRef& object, const TransformCurves& curves)
 {
-    const CTransformation still = object.GetKinematics().GetLocal().GetTransform();
+    const CTransformation still = X3DObject(object).GetKinematics().GetLocal().GetTransform();
     const CVector3 stillDegrees = still.GetRotationXYZAngles().ScaleInPlace(MATH::RadiansToDegrees(1.0));
     SetLocalTransformSource(object, [=](double frame) {
         CVector3 angles = Evaluate(curves.Rotation, stillDegrees, frame);
@@ -67,7 +67,7 @@ void SetLocalTransformCurves(const X3DObject& object, const TransformCurves& cur
     });
 }
 
-void SetStaticTransform(const X3DObject& object, const CTransformation& transform)
+void SetStaticTransform(const CRef& object, const CTransformation& transform)
 {
     if (auto* node = Objects().Find<NodeObject>(object)) {
         node->StaticState = transform;

@@ -17,12 +17,11 @@ MATH::CTransformation MakeTransform(const MATH::CVector3& translation,
                                     const MATH::CVector3& scaling = MATH::CVector3(1.0, 1.0, 1.0));
 
 /// Places an object relative to its parent, at every frame.
-void SetLocalTransform(const X3DObject& object, const MATH::CTransformation& transform);
+void SetLocalTransform(const CRef& object, const MATH::CTransformation& transform);
 
 /// Lets a function of the frame place it. The function must depend on nothing but the frame; if it does, call
 /// Objects().TouchTransforms() after a change.
-void SetLocalTransformSource(const X3DObject& object,
-                             std::function<MATH::CTransformation(double frame)> evaluate);
+void SetLocalTransformSource(const CRef& object, std::function<MATH::CTransformation(double frame)> evaluate);
 
 /// The same by curves of the components; rotations are degrees about X, then Y, then Z. A curve without keys
 /// leaves its component at the place that the object has now.
@@ -33,9 +32,9 @@ struct TransformCurves
     std::array<Curve, 3> Scaling;
 };
 
-void SetLocalTransformCurves(const X3DObject& object, const TransformCurves& curves);
+void SetLocalTransformCurves(const CRef& object, const TransformCurves& curves);
 
 /// Stores the pose, relative to the scene, that the object had when a skin was bound to it.
-void SetStaticTransform(const X3DObject& object, const MATH::CTransformation& transform);
+void SetStaticTransform(const CRef& object, const MATH::CTransformation& transform);
 
 } // namespace XSI::Host

@@ -38,7 +38,8 @@ if(TQ4X_SANITIZE)
     target_link_options(tq4x_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(TQ4X_BUILD_FUZZ)
-    target_compile_options(tq4x_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+    # Optimised, with the assertions.
+    target_compile_options(tq4x_flags INTERFACE -UNDEBUG -fsanitize=fuzzer-no-link,address,undefined
         -fno-sanitize-recover=all)
     target_link_options(tq4x_flags INTERFACE -fsanitize=address,undefined)
 endif()

@@ -10,7 +10,7 @@ namespace tq4x
 namespace
 {
 
-constexpr std::size_t LongestKey = 64; // longer texts are compared by their head only
+constexpr std::size_t LongestKey = 48; // longer texts are compared by their head only
 
 std::string Quoted(std::string_view text)
 {
@@ -96,8 +96,12 @@ std::string_view FindNearestKey(std::string_view key)
     std::size_t smallest = std::string_view::npos;
     for (const OptionRow& row : OptionTable()) {
         for (const std::string_view known : {row.CommandKey, row.SecondKey}) {
+            const std::size_t lengthDifference =
+                std::max(head.size(), known.size()) - std::min(head.size(), known.size());
+            if (known.empty() || lengthDifference >= smallest)
+                continue;
             const std::size_t distance = EditDistance(head, known);
-            if (!known.empty() && distance < smallest) {
+            if (distance < smallest) {
                 smallest = distance;
                 nearest = known;
             }

@@ -109,14 +109,14 @@ std::vector<Matrix44> LocalMatricesOf(const std::vector<Bone*>& bones)
 
 void WriteTransform(XmlWriter& stream, const Matrix44& matrix, float magnify)
 {
-    const auto [scale, rotate, translate] = DecomposeMatrix(matrix);
+    const TransformParts parts = DecomposeMatrix(matrix);
     const auto scaled = [](const Vector3& vector, float factor) {
         return Vector3{vector.X * factor, vector.Y * factor, vector.Z * factor};
     };
     stream.Element("Transform", [&] {
-        stream.Vector("Scale", scale);
-        stream.Vector("Rotate", scaled(rotate, RadiansPerDegreeSingle));
-        stream.Vector("Translate", scaled(translate, magnify));
+        stream.Vector("Scale", parts.Scale);
+        stream.Vector("Rotate", scaled(parts.Rotate, RadiansPerDegreeSingle));
+        stream.Vector("Translate", scaled(parts.Translate, magnify));
     });
 }
 

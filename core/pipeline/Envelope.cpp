@@ -62,6 +62,13 @@ void WriteFrame(XmlWriter& stream, const FrameRecord& record, EditDataPlace plac
     });
 }
 
+std::string EditDataText(const FrameRecord& record)
+{
+    XmlWriter stream;
+    WriteEditData(stream, record, {});
+    return stream.Text();
+}
+
 bool WriteFrameFile(const std::string& path, const FrameRecord& record, EditDataPlace place,
                     const XmlSection& editData, const XmlSection& sections)
 {

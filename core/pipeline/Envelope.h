@@ -43,6 +43,9 @@ using XmlSection = std::function<void(XmlWriter&)>;
 void WriteFrame(XmlWriter& stream, const FrameRecord& record, EditDataPlace place, const XmlSection& editData,
                 const XmlSection& sections);
 
+/// The edit block as text, for writers that keep it: lines of level 1 to 4 with their ends.
+std::string EditDataText(const FrameRecord& record);
+
 /// Writes a document to a file. False, with code 2 and the path, if the file can't be opened. What fails
 /// later is told by an error but counts as written; the old file then stays as it was.
 [[nodiscard]] bool WriteFrameFile(const std::string& path, const FrameRecord& record, EditDataPlace place,

@@ -3,6 +3,8 @@
 namespace tq4x
 {
 
+struct ExportOptions;
+
 /// Largest differences between a sample and the curve fitted to it, for the channels of nodes.
 struct NodeTolerances
 {
@@ -26,5 +28,12 @@ struct ExportValues
 
 /// The process-wide record.
 ExportValues& GlobalExportValues();
+
+/// Sets what the sampling of the scene needs: sampling step, samples per frame, rigid skinning. Warns once if
+/// the user's precision can't be used as it is.
+void SetSamplingValues(ExportValues& values, const ExportOptions& options);
+
+/// Sets what the conversion of samples needs: tolerances of nodes and the scales of lights and cameras.
+void SetConversionValues(ExportValues& values, const ExportOptions& options);
 
 } // namespace tq4x

@@ -37,6 +37,13 @@ TEST(Envelope, EditBlockOfATextureFileStandsBeforeTheContent)
                        "core/pipeline/empty-texture-frame.xml");
 }
 
+TEST(Envelope, EditBlockAsTextIsThatOfTheFrame)
+{
+    const std::string frame = FrameText(Record, EditDataPlace::BeforeContent);
+    EXPECT_THAT(frame, HasSubstr("<VendaralWareIntermediateFile>\n" + EditDataText(Record) +
+                                 "\t<GraphicsContentQtr"));
+}
+
 TEST(Envelope, SectionsStandBehindTheEditBlockAtLevelTwo)
 {
     const std::string text = FrameText(

@@ -1,0 +1,62 @@
+#include "collect/ExportAmbientLight.h"
+
+#include "collect/SampleFrames.h"
+#include "environment/Light.h"
+#include "export/Each.h"
+#include "export/ExportContext.h"
+#include "pipeline/ExportValues.h"
+#include "pipeline/MessageLog.h"
+
+#include <xsi_parameter.h>
+#include <xsi_property.h>
+#include <xsi_x3dobject.h>
+
+namespace tq4x
+{
+namespace
+{
+
+constexpr std::size_t AmbientCurve = 10;
+
+/// The first `ambience` among the properties of the scene root.
+XSI::Parameter FindAmbience(const XSI::CRef& root)
+{
+    for (const XSI::CRef& reference : Each(XSI::X3DObject(root).GetProperties())) {
+        const XSI::Parameter ambience = XSI::Property(reference).GetParameter("ambience");
+        if (ambience.IsValid())
+            return ambience;
+    }
+    return {};
+}
+
+Color ReadAmbience(const XSI::Parameter& ambience, double frame)
+{
+    const auto component = [&](const char* name) {
+        return static_cast<float>(ambience.GetParameter(name).GetValue(frame));
+    };
+    return {component("red"), component("green"), component("blue"), 1.0f};
+}
+
+} // namespace
+
+bool ExportAmbientLight::Export()
+{
+    Light& light = Context.Lights.Add();
+    light.LightKind = LightKind::Ambient;
+    light.Name = Context.NodeNames.GetUniqueName("AmbientLight");
+    const XSI::Parameter ambience = FindAmbience(Object);
+    if (!ambience.IsValid())
+        return true;
+    const ExportValues& values = GlobalExportValues();
+    SampleFrames(values, [&](double frame) {
+        const Color color = ReadAmbience(ambience, frame);
+        light.Curves[AmbientCurve].Samples.push_back(color.R);
+        light.Curves[AmbientCurve + 1].Samples.push_back(color.G);
+        light.Curves[AmbientCurve + 2].Samples.push_back(color.B);
+        light.Curves[AmbientCurve + 3].Samples.push_back(color.A);
+    });
+    light.Ambient = ReadAmbience(ambience, values.ExportStartFrame);
+    return true;
+}
+
+} // namespace tq4x

@@ -1,0 +1,18 @@
+#include "collect/ExportBase.h"
+
+#include <xsi_siobject.h>
+
+namespace tq4x
+{
+
+ExportBase::ExportBase(ExportContext& context, const XSI::CRef& object) : Context(context), Object(object) {}
+
+ExportBase::~ExportBase() = default;
+
+std::string ExportBase::ObjectName() const
+{
+    const XSI::SIObject object(Object);
+    return object.IsValid() ? object.GetName().GetAsciiString() : "Invalid XSI Object.";
+}
+
+} // namespace tq4x

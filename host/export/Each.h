@@ -1,0 +1,46 @@
+#pragma once
+
+#include <xsi_decl.h>
+
+#include <utility>
+
+namespace tq4x
+{
+
+/// Makes an array of the host, which knows counts and indices alone, fit for a range loop:
+/// `for (const XSI::CRef& child : Each(object.GetChildren()))`. Keeps the array for the time of the loop.
+template<typename Array>
+class Each
+{
+public:
+    explicit Each(Array array) : m_array(std::move(array)) {}
+
+    class Iterator
+    {
+    public:
+        Iterator(const Array& array, LONG index) : m_array(array), m_index(index) {}
+
+        decltype(auto) operator*() const { return m_array[m_index]; }
+
+        Iterator& operator++()
+        {
+            ++m_index;
+            return *this;
+        }
+
+        bool operator!=(const Iterator& other) const { return m_index != other.m_index; }
+
+    private:
+        const Array& m_array;
+        LONG m_index;
+    };
+
+    Iterator begin() const { return {m_array, 0}; }
+
+    Iterator end() const { return {m_array, m_array.GetCount()}; }
+
+private:
+    Array m_array;
+};
+
+} // namespace tq4x

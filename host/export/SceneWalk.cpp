@@ -1,0 +1,97 @@
+#include "export/SceneWalk.h"
+
+#include "collect/CollectorFactory.h"
+#include "export/Each.h"
+#include "export/ExportContext.h"
+
+#include <xsi_application.h>
+#include <xsi_model.h>
+#include <xsi_selection.h>
+
+namespace tq4x
+{
+namespace
+{
+
+struct Step
+{
+    XSI::CRef Object;
+    XSI::CRef OwningInstance;
+    bool IsEnd = false; ///< all children were walked
+};
+
+bool IsInstance(const XSI::CRef& object)
+{
+    return object.GetClassID() == XSI::siModelID &&
+           XSI::Model(object).GetModelKind() == XSI::siModelKind_Instance;
+}
+
+XSI::CRefArray ChildrenOf(const XSI::CRef& object)
+{
+    return IsInstance(object) ? XSI::Model(object).GetInstanceMaster().GetChildren()
+                              : XSI::X3DObject(object).GetChildren();
+}
+
+/// Pushes the children so that the first is taken from the stack first.
+void PushChildren(std::vector<Step>& pending, const XSI::CRef& object, const XSI::CRef& owningInstance)
+{
+    const XSI::CRefArray children = ChildrenOf(object);
+    for (LONG i = children.GetCount() - 1; i >= 0; --i)
+        pending.push_back({children[i], owningInstance});
+}
+
+} // namespace
+
+std::vector<XSI::CRef> CollectRoots(bool selectionOnly)
+{
+    const XSI::Application application;
+    std::vector<XSI::CRef> roots;
+    if (selectionOnly) {
+        const XSI::Selection selection = application.GetSelection();
+        for (LONG i = 0; i < selection.GetCount(); ++i)
+            roots.push_back(selection[i]);
+    } else {
+        for (const XSI::CRef& child : Each(application.GetActiveSceneRoot().GetChildren()))
+            roots.push_back(child);
+    }
+    return roots;
+}
+
+std::size_t CountNodes(const XSI::CRef& root)
+{
+    std::size_t count = 0;
+    std::vector<Step> pending{{root, {}}};
+    while (!pending.empty()) {
+        const XSI::CRef object = pending.back().Object;
+        pending.pop_back();
+        ++count;
+        PushChildren(pending, object, {});
+    }
+    return count;
+}
+
+bool WalkScene(ExportContext& context, const XSI::CRef& root)
+{
+    bool insideInstance = false;
+    std::vector<Step> pending{{root, {}}};
+    while (!pending.empty()) {
+        const Step step = pending.back();
+        pending.pop_back();
+        if (step.IsEnd) {
+            insideInstance = false;
+            continue;
+        }
+        if (!VisitObject(context, step.Object, insideInstance, step.OwningInstance)) {
+            insideInstance = false;
+            continue;
+        }
+        context.Progress.Increment();
+        const bool entersInstance = IsInstance(step.Object);
+        insideInstance = insideInstance || entersInstance;
+        pending.push_back({step.Object, step.OwningInstance, true});
+        PushChildren(pending, step.Object, entersInstance ? step.Object : step.OwningInstance);
+    }
+    return true;
+}
+
+} // namespace tq4x

@@ -96,6 +96,11 @@ TEST(CollectOutputVertices, AgreesWithTheSearchThroughAllVertices)
         const OutputVertices literal = CollectByScanning(shape);
         ASSERT_EQ(fast.Indices, literal.Indices) << "seed " << seed << ", case " << test;
         ASSERT_EQ(fast.FirstCorners, literal.FirstCorners) << "seed " << seed << ", case " << test;
+        for (std::size_t place = 0; place < shape.Corners.size(); ++place) {
+            const auto vertex = static_cast<std::size_t>(fast.Indices[place]);
+            ASSERT_EQ(shape.Corners[fast.FirstCorners[vertex]].Slots, shape.Corners[place].Slots)
+                << "seed " << seed << ", case " << test << ", corner " << place;
+        }
     }
 }
 

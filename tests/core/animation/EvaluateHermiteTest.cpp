@@ -19,19 +19,18 @@ TEST(EvaluateHermite, GivesTheCubicOfBothKeys)
     // The slopes turned away from the segment take no part.
     const CurveKey a = Key(0.0f, 1.0f, 99.0f, 2.0f);
     const CurveKey b = Key(4.0f, 5.0f, -1.0f, 99.0f);
+
     const struct
     {
         const char* Name;
         float Frame;
         float Value;
     } cases[] = {
-        {"first key", 0.0f, 1.0f},
-        {"quarter", 1.0f, 2.9375f}, // 1 + 4 * 5/32 + 4 * (9/64 * 2 + 3/64)
-        {"middle", 2.0f, 4.5f},     // 3 + 4 * (1/8 * 2 + 1/8)
-        {"last key", 4.0f, 5.0f},
-        {"before", -1.0f, -2.0625f},
-        {"behind", 8.0f, -59.0f},
+        {"first key", 0.0f, 1.0f}, {"quarter", 1.0f, 2.9375f}, // 1 + 4 * 5/32 + 4 * (9/64 * 2 + 3/64)
+        {"middle", 2.0f, 4.5f},                                // 3 + 4 * (1/8 * 2 + 1/8)
+        {"last key", 4.0f, 5.0f},  {"before", -1.0f, -0.9375f}, {"behind", 8.0f, -15.0f},
     };
+
     for (const auto& c : cases) {
         const double u = c.Frame / 4.0;
         const double exact = (1.0 - 3.0 * u * u + 2.0 * u * u * u) * 1.0 + (3.0 - 2.0 * u) * u * u * 5.0 +
@@ -108,7 +107,8 @@ TEST(HermiteRoundingBound, HoldsAtEveryFrameOfASegment)
     for (int i = 0; i < 100000; ++i) {
         const float start = std::abs(SpreadNumber(random));
         CurveKey a = Key(start, SpreadNumber(random), 0, SpreadNumber(random));
-        CurveKey b = Key(start + std::abs(SpreadNumber(random)), SpreadNumber(random), SpreadNumber(random), 0);
+        CurveKey b =
+            Key(start + std::abs(SpreadNumber(random)), SpreadNumber(random), SpreadNumber(random), 0);
         if (i % 3 == 0)
             b.Value = a.Value; // the case that a bound by the values' sizes alone would judge too harshly
         if (i % 3 == 1)

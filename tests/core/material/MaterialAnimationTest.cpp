@@ -66,12 +66,12 @@ TEST(MaterialAnimation, ColorCurvesTakeTheToleranceInSteps)
                            "Specular0R", "Specular0G", "Specular0B", "Specular0A"};
     Material material;
     material.Name = "Sea";
-    material.FinishAnimation(true, {0.0f, 0.0f, 0.0f, 0.5f}, 1);
+    material.FinishAnimation(true, {0.0f, 0.0f, 0.0f, 0.003f}, 1);
     for (std::size_t i = 0; i < ColorCurveCount; ++i) {
         EXPECT_EQ(material.ColorCurves[i].Name, "Sea." + std::string(names[i]));
         EXPECT_TRUE(material.ColorCurves[i].IsLoop);
         EXPECT_FALSE(material.ColorCurves[i].IsAngle);
-        EXPECT_EQ(material.ColorCurves[i].Tolerance, 0.5f * 0.003921569f);
+        EXPECT_EQ(material.ColorCurves[i].Tolerance, 0.003f * 0.003921569f);
     }
 }
 

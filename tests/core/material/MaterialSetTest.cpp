@@ -194,6 +194,10 @@ TEST(MaterialSet, PatternListIsPerFile)
     AddMaterial(set, "A").AddTextureMapper("T", TextureWrap::Repeat, TextureWrap::Repeat);
     set.MaterialAt(0)->TextureMappers[0].Patterns[1] = "U";
     const std::string first = AnimationsOf(set);
+    set.MaterialAt(0)->TextureMappers[0].Patterns = {{0, "U"}, {1, "T"}};
+    EXPECT_EQ(FindAll(AnimationsOf(set), "StepFloatKey Frame=\"0\" Value=\""), (Texts{"0"}));
+    EXPECT_EQ(set.TexturePatterns.Names(), (Texts{"U", "T"}));
+    set.MaterialAt(0)->TextureMappers[0].Patterns = {{0, "T"}, {1, "U"}};
     EXPECT_EQ(AnimationsOf(set), first);
     EXPECT_EQ(set.TexturePatterns.Names(), (Texts{"T", "U"}));
 }

@@ -1,7 +1,5 @@
 #include "geometry/BoneBits.h"
 
-#include <algorithm>
-#include <bit>
 #include <cstddef>
 
 namespace tq4x
@@ -24,28 +22,12 @@ BoneBits BoneNumbering::BitsOf(const BoneList& bones)
     return bits;
 }
 
-std::int64_t CountShared(const BoneBits& left, const BoneBits& right)
-{
-    const std::size_t words = std::min(left.size(), right.size());
-    std::int64_t count = 0;
-    for (std::size_t i = 0; i < words; ++i)
-        count += std::popcount(left[i] & right[i]);
-    return count;
-}
-
 bool ContainsAll(const BoneBits& whole, const BoneBits& part)
 {
     for (std::size_t i = 0; i < part.size(); ++i)
         if (part[i] & ~(i < whole.size() ? whole[i] : 0))
             return false;
     return true;
-}
-
-void AddBones(BoneBits& bits, const BoneBits& other)
-{
-    bits.resize(std::max(bits.size(), other.size()));
-    for (std::size_t i = 0; i < other.size(); ++i)
-        bits[i] |= other[i];
 }
 
 } // namespace tq4x

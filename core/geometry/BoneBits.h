@@ -24,13 +24,7 @@ private:
     std::unordered_map<const Bone*, std::int32_t> m_numbers;
 };
 
-/// Number of bones in both.
-std::int64_t CountShared(const BoneBits& left, const BoneBits& right);
-
 /// True if every bone of `part` is in `whole`.
 bool ContainsAll(const BoneBits& whole, const BoneBits& part);
-
-/// Adds the bones of `other`.
-void AddBones(BoneBits& bits, const BoneBits& other);
 
 } // namespace tq4x

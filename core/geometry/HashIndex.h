@@ -15,18 +15,12 @@ constexpr std::uint64_t MixHash(std::uint64_t hash, std::uint32_t word)
 }
 
 /// Finds numbered things by their hash; the things themselves stay with the caller, and the numbers are
-/// theirs. Open addressing, grown at two thirds.
+/// theirs. Open addressing, grown at two thirds; entries are small, since in large lists the time goes into
+/// reaching them.
 class HashIndex
 {
 public:
-    /// `expected` is a hint: how many things may come.
-    explicit HashIndex(std::size_t expected = 0)
-    {
-        std::size_t size = 16;
-        while (size * 2 < expected * 3)
-            size *= 2;
-        m_entries.resize(size);
-    }
+    HashIndex() : m_entries(16) {}
 
     /// The number of the thing for which `isEqual(number)` holds; `newNumber`, from then on found, if there
     /// is none. `newNumber` is 0 or above.
@@ -35,11 +29,12 @@ public:
     {
         if ((m_count + 1) * 3 > m_entries.size() * 2)
             Grow();
-        std::size_t place = hash & (m_entries.size() - 1);
-        for (; m_entries[place].Number >= 0; place = (place + 1) & (m_entries.size() - 1))
-            if (m_entries[place].Hash == hash && isEqual(m_entries[place].Number))
+        const auto mark = static_cast<std::uint32_t>(hash ^ hash >> 32);
+        std::size_t place = PlaceOf(mark);
+        for (; m_entries[place].Number >= 0; place = Next(place))
+            if (m_entries[place].Mark == mark && isEqual(m_entries[place].Number))
                 return m_entries[place].Number;
-        m_entries[place] = {hash, newNumber};
+        m_entries[place] = {mark, newNumber};
         ++m_count;
         return newNumber;
     }
@@ -47,9 +42,13 @@ public:
 private:
     struct Entry
     {
-        std::uint64_t Hash = 0;
+        std::uint32_t Mark = 0;
         std::int32_t Number = -1; ///< -1 for a free place
     };
+
+    std::size_t PlaceOf(std::uint32_t mark) const { return mark & (m_entries.size() - 1); }
+
+    std::size_t Next(std::size_t place) const { return (place + 1) & (m_entries.size() - 1); }
 
     void Grow()
     {
@@ -57,9 +56,9 @@ private:
         old.swap(m_entries);
         for (const Entry& entry : old)
             if (entry.Number >= 0) {
-                std::size_t place = entry.Hash & (m_entries.size() - 1);
+                std::size_t place = PlaceOf(entry.Mark);
                 while (m_entries[place].Number >= 0)
-                    place = (place + 1) & (m_entries.size() - 1);
+                    place = Next(place);
                 m_entries[place] = entry;
             }
     }

@@ -5,8 +5,12 @@
 #include "geometry/OrderPrimitiveSets.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
+#include <numeric>
 #include <optional>
+#include <span>
 #include <utility>
 
 namespace tq4x
@@ -28,99 +32,122 @@ constexpr std::int64_t NoScore = -1;
 class SetMerger
 {
 public:
-    SetMerger(std::vector<PrimitiveSet> sets, std::int64_t capacity) : m_capacity(capacity)
+    SetMerger(std::vector<PrimitiveSet> sets, std::int64_t capacity)
+        : m_capacity(capacity),
+          m_sets(std::move(sets)),
+          m_places(m_sets.size()),
+          m_choices(m_sets.size()),
+          m_alive(m_sets.size())
     {
-        for (PrimitiveSet& set : sets) {
-            Member member;
-            member.Set = std::move(set);
-            member.Bits = m_numbering.BitsOf(member.Set.Palette);
-            member.Sequence = m_nextSequence++;
-            m_members.push_back(std::move(member));
-        }
-        for (std::size_t i = 0; i < m_members.size(); ++i)
-            FindPartner(i);
+        std::iota(m_alive.begin(), m_alive.end(), std::size_t{0});
+        NumberBones();
+        for (std::size_t i = 0; i < m_sets.size(); ++i)
+            m_places[i] = {SizeOf(m_sets[i]), m_nextSequence++};
+        for (std::size_t i = 0; i < m_sets.size(); ++i)
+            ChooseAnew(i);
     }
 
     void MergeAll()
     {
         while (const std::optional<std::size_t> best = FindBest())
-            Merge(*best, m_members[*best].Partner);
+            Merge(*best, m_choices[*best].Partner);
     }
 
     /// The sets that are left, by descending palette size.
     std::vector<PrimitiveSet> TakeSets()
     {
-        std::vector<std::size_t> order;
-        for (std::size_t i = 0; i < m_members.size(); ++i)
-            if (m_members[i].IsAlive)
-                order.push_back(i);
-        std::sort(order.begin(), order.end(),
+        std::sort(m_alive.begin(), m_alive.end(),
                   [&](std::size_t left, std::size_t right) { return StandsBefore(left, right); });
         std::vector<PrimitiveSet> sets;
-        for (const std::size_t i : order)
-            sets.push_back(std::move(m_members[i].Set));
+        for (const std::size_t i : m_alive)
+            sets.push_back(std::move(m_sets[i]));
         return sets;
     }
 
 private:
-    struct Member
+    /// Where a set stands among the others.
+    struct Place
     {
-        PrimitiveSet Set;
-        BoneBits Bits;
+        std::int64_t Size = 0;
         std::int64_t Sequence = 0;
-        bool IsAlive = true;
+    };
+
+    struct Choice
+    {
         std::int64_t Score = NoScore; ///< with the partner; the most that is possible if that one is outdated
         std::size_t Partner = 0;      ///< valid with a score
         bool IsOutdated = false;
     };
 
-    std::int64_t SizeOf(std::size_t i) const
+    static std::int64_t SizeOf(const PrimitiveSet& set) { return std::ssize(set.Palette); }
+
+    void NumberBones()
     {
-        return static_cast<std::int64_t>(m_members[i].Set.Palette.size());
+        std::vector<BoneBits> bits;
+        BoneNumbering numbering;
+        for (const PrimitiveSet& set : m_sets) {
+            bits.push_back(numbering.BitsOf(set.Palette));
+            m_wordCount = std::max(m_wordCount, bits.back().size());
+        }
+        m_bits.resize(m_sets.size() * m_wordCount);
+        for (std::size_t i = 0; i < bits.size(); ++i)
+            std::copy(bits[i].begin(), bits[i].end(), BitsOf(i).begin());
+    }
+
+    /// The palette of a set as bits.
+    std::span<std::uint64_t> BitsOf(std::size_t i)
+    {
+        return std::span(m_bits).subspan(i * m_wordCount, m_wordCount);
     }
 
     bool StandsBefore(std::size_t left, std::size_t right) const
     {
-        return SizeOf(left) != SizeOf(right) ? SizeOf(left) > SizeOf(right)
-                                             : m_members[left].Sequence < m_members[right].Sequence;
+        return m_places[left].Size != m_places[right].Size
+                   ? m_places[left].Size > m_places[right].Size
+                   : m_places[left].Sequence < m_places[right].Sequence;
+    }
+
+    std::int64_t CountShared(std::size_t i, std::size_t j) const
+    {
+        std::int64_t count = 0;
+        for (std::size_t word = 0; word < m_wordCount; ++word)
+            count += std::popcount(m_bits[i * m_wordCount + word] & m_bits[j * m_wordCount + word]);
+        return count;
     }
 
     std::int64_t ScoreOf(std::size_t i, std::size_t j) const
     {
-        const std::int64_t shared = CountShared(m_members[i].Bits, m_members[j].Bits);
-        const std::int64_t together = SizeOf(i) + SizeOf(j) - shared;
+        const std::int64_t shared = CountShared(i, j);
+        const std::int64_t together = m_places[i].Size + m_places[j].Size - shared;
         if (together > m_capacity)
             return NoScore;
         const std::int64_t room = shared - together + m_capacity + 1;
-        return (room * 256 + shared) * 256 + std::max(SizeOf(i), SizeOf(j));
+        return (room * 256 + shared) * 256 + std::max(m_places[i].Size, m_places[j].Size);
     }
 
     /// Takes j, which stands behind i, as the partner of i if it is better than the present one.
     void Consider(std::size_t i, std::size_t j)
     {
-        Member& member = m_members[i];
+        Choice& choice = m_choices[i];
         const std::int64_t score = ScoreOf(i, j);
-        if (score < LowestScore || score < member.Score)
+        if (score < LowestScore || score < choice.Score)
             return;
-        if (score == member.Score && (member.IsOutdated || !StandsBefore(j, member.Partner)))
+        if (score == choice.Score && (choice.IsOutdated || !StandsBefore(j, choice.Partner)))
             return;
-        member.Score = score;
-        member.Partner = j;
-        member.IsOutdated = false;
+        choice = {score, j, false};
     }
 
-    void FindPartner(std::size_t i)
+    void ChooseAnew(std::size_t i)
     {
-        m_members[i].Score = NoScore;
-        m_members[i].IsOutdated = false;
-        for (std::size_t j = 0; j < m_members.size(); ++j)
-            if (j != i && m_members[j].IsAlive && StandsBefore(i, j))
+        m_choices[i] = {};
+        for (const std::size_t j : m_alive)
+            if (j != i && StandsBefore(i, j))
                 Consider(i, j);
     }
 
     bool IsBetter(std::size_t i, std::size_t other) const
     {
-        return m_members[i].Score != m_members[other].Score ? m_members[i].Score > m_members[other].Score
+        return m_choices[i].Score != m_choices[other].Score ? m_choices[i].Score > m_choices[other].Score
                                                             : StandsBefore(i, other);
     }
 
@@ -129,48 +156,52 @@ private:
     {
         while (true) {
             std::optional<std::size_t> best;
-            for (std::size_t i = 0; i < m_members.size(); ++i)
-                if (m_members[i].IsAlive && m_members[i].Score >= LowestScore &&
-                    (!best || IsBetter(i, *best)))
+            for (const std::size_t i : m_alive)
+                if (m_choices[i].Score >= LowestScore && (!best || IsBetter(i, *best)))
                     best = i;
-            if (!best || !m_members[*best].IsOutdated)
+            if (!best || !m_choices[*best].IsOutdated)
                 return best;
-            FindPartner(*best);
+            ChooseAnew(*best);
         }
     }
 
     void Merge(std::size_t i, std::size_t j)
     {
-        Absorb(m_members[i], m_members[j]);
-        for (std::size_t k = 0; k < m_members.size(); ++k) {
-            Member& member = m_members[k];
-            if (k == i || !member.IsAlive)
+        Absorb(i, j);
+        std::erase(m_alive, j);
+        for (const std::size_t k : m_alive) {
+            if (k == i)
                 continue;
-            if (member.Score >= LowestScore && (member.Partner == i || member.Partner == j))
-                member.IsOutdated = true;
+            Choice& choice = m_choices[k];
+            if (choice.Score >= LowestScore && (choice.Partner == i || choice.Partner == j))
+                choice.IsOutdated = true;
             if (StandsBefore(k, i))
                 Consider(k, i);
         }
-        FindPartner(i);
+        ChooseAnew(i);
     }
 
-    void Absorb(Member& member, Member& other)
+    void Absorb(std::size_t i, std::size_t j)
     {
-        std::vector<Polygon>& polygons = member.Set.Polygons;
-        polygons.insert(polygons.end(), other.Set.Polygons.begin(), other.Set.Polygons.end());
-        const std::size_t size = member.Set.Palette.size();
-        for (Bone* bone : other.Set.Palette)
-            InsertBone(member.Set.Palette, *bone);
-        AddBones(member.Bits, other.Bits);
-        if (member.Set.Palette.size() > size)
-            member.Sequence = m_nextSequence++;
-        other.Set = {};
-        other.IsAlive = false;
+        PrimitiveSet& set = m_sets[i];
+        PrimitiveSet& other = m_sets[j];
+        set.Polygons.insert(set.Polygons.end(), other.Polygons.begin(), other.Polygons.end());
+        for (Bone* bone : other.Palette)
+            InsertBone(set.Palette, *bone);
+        for (std::size_t word = 0; word < m_wordCount; ++word)
+            BitsOf(i)[word] |= BitsOf(j)[word];
+        if (SizeOf(set) > m_places[i].Size)
+            m_places[i] = {SizeOf(set), m_nextSequence++};
+        other = {};
     }
 
     std::int64_t m_capacity;
-    BoneNumbering m_numbering;
-    std::vector<Member> m_members;
+    std::vector<PrimitiveSet> m_sets;
+    std::vector<Place> m_places;
+    std::vector<Choice> m_choices;
+    std::vector<std::size_t> m_alive;  ///< sets that are not merged into others, ascending
+    std::vector<std::uint64_t> m_bits; ///< palettes, `m_wordCount` words each
+    std::size_t m_wordCount = 0;
     std::int64_t m_nextSequence = 0;
 };
 

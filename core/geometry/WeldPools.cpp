@@ -46,7 +46,7 @@ WeldCache::Entry WeldList(const SharedList<T>& list)
     std::vector<std::int32_t> map;
     map.reserve(values.size());
     std::vector<T> distinct;
-    HashIndex index(values.size());
+    HashIndex index;
     for (const T& value : values) {
         const auto next = static_cast<std::int32_t>(distinct.size());
         // A NaN is unequal to itself, so a value that has one is never found: it stays on its own.

@@ -61,6 +61,7 @@ bool PrepareForWriting(SkeletalModelWriter& content, Bone* root, const PrepareSe
 {
     if (root == nullptr)
         return true;
+    content.Bones.clear();
     CollectBones(*root, content.Bones);
     // Before the skins: a mesh that goes over to another node takes these two along.
     for (const Bone* bone : content.Bones)

@@ -9,12 +9,13 @@
 namespace tq4x
 {
 
-/// The host-independent model of one export: what the collectors fill and the section writers read.
+/// The model of one export: everything but its cameras and lights. Filled by the conversion of the scene,
+/// then read by the writers. The meshes belong to the model, the bones to their root.
 struct SceneContent
 {
-    std::unique_ptr<Bone> RootBone; ///< owns the tree; none until the first node joins
-    SkeletalModelWriter Model;      ///< owns the meshes
-    MaterialSet Materials;          ///< owns materials, textures and lookup tables
+    std::unique_ptr<Bone> Root; ///< none if nothing that becomes a node was collected
+    SkeletalModelWriter Model;
+    MaterialSet Materials;
 };
 
 } // namespace tq4x

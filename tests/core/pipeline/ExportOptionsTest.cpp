@@ -2,7 +2,6 @@
 
 #include "support/MessageRecorder.h"
 
-#include <cstdlib>
 #include <new>
 
 namespace
@@ -10,27 +9,10 @@ namespace
 bool g_refuseMemory = false;
 }
 
-// Stands in for a system that is out of memory, for the callers that ask without exceptions.
+// Stands in for a system that is out of memory, for callers that ask without exceptions.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
-    return g_refuseMemory ? nullptr : std::malloc(size);
-}
-
-void* operator new(std::size_t size)
-{
-    if (void* memory = std::malloc(size == 0 ? 1 : size))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
+    return g_refuseMemory ? nullptr : ::operator new(size);
 }
 
 namespace tq4x

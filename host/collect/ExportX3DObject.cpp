@@ -139,10 +139,10 @@ void ExportX3DObject::JoinTree()
 {
     if (Parent != nullptr)
         AddChild(std::move(m_ownedBone), Parent->TargetBone());
-    else if (Context.Content.RootBone != nullptr)
-        AddChild(std::move(m_ownedBone), *Context.Content.RootBone);
+    else if (Context.Content.Root != nullptr)
+        AddChild(std::move(m_ownedBone), *Context.Content.Root);
     else
-        Context.Content.RootBone = std::move(m_ownedBone);
+        Context.Content.Root = std::move(m_ownedBone);
 }
 
 void ExportX3DObject::ReadBindPose()

@@ -14,13 +14,18 @@ void Database::Register(std::unique_ptr<Object> object, siClassID classId, std::
     object->Type = type;
     object->Parent = owner != nullptr ? parent : 0;
     object->Life = owner != nullptr ? owner->Life : Lifetime::Scene;
-    object->Id = static_cast<ObjectId>(m_objects.size() + 1);
+    object->Id = static_cast<ObjectId>(m_first + m_objects.size() + 1);
     m_objects.push_back(std::move(object));
 }
 
 Object* Database::Find(ObjectId id) const
 {
-    return id != 0 && id <= m_objects.size() ? m_objects[id - 1].get() : nullptr;
+    if (id > m_first) {
+        const std::size_t place = id - m_first - 1;
+        return place < m_objects.size() ? m_objects[place].get() : nullptr;
+    }
+    const auto kept = m_kept.find(id);
+    return kept != m_kept.end() ? kept->second.get() : nullptr;
 }
 
 void Database::Delete(ObjectId id)
@@ -40,7 +45,7 @@ void Database::Delete(ObjectId id)
         if (const Object* deleted = Find(next)) {
             isSceneChanged = isSceneChanged || IsDerived(deleted->ClassId, siProjectItemID);
             deleted->ListOwned(waiting);
-            m_objects[next - 1].reset();
+            Erase(next);
         }
     }
     if (isSceneChanged) {
@@ -52,19 +57,32 @@ void Database::Delete(ObjectId id)
 void Database::DeleteScene()
 {
     for (auto& object : m_objects) {
-        if (object != nullptr && object->Life == Lifetime::Scene) {
-            object.reset();
+        if (object != nullptr && object->Life == Lifetime::Session) {
+            m_kept.emplace(object->Id, std::move(object));
         }
     }
-    TouchNames();
-    TouchTransforms();
+    StartNewList();
 }
 
 void Database::DeleteAll()
 {
-    for (auto& object : m_objects) {
-        object.reset();
+    m_kept.clear();
+    StartNewList();
+}
+
+void Database::Erase(ObjectId id)
+{
+    if (id > m_first) {
+        m_objects[id - m_first - 1].reset();
+    } else {
+        m_kept.erase(id);
     }
+}
+
+void Database::StartNewList()
+{
+    m_first += static_cast<ObjectId>(m_objects.size());
+    m_objects.clear();
     TouchNames();
     TouchTransforms();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,9 @@ public:
     template<class Visit>
     void ForEach(const Visit& visit) const
     {
+        for (const auto& [id, object] : m_kept) {
+            visit(*object);
+        }
         for (const auto& object : m_objects) {
             if (object != nullptr) {
                 visit(*object);
@@ -76,7 +80,16 @@ private:
     void Register(std::unique_ptr<Object> object, siClassID classId, std::string_view name,
                   std::string_view type, ObjectId parent);
 
-    std::vector<std::unique_ptr<Object>> m_objects; ///< By number less 1.
+    /// The end of an object of which nothing else is told.
+    void Erase(ObjectId id);
+
+    /// Starts an empty list behind the numbers given so far.
+    void StartNewList();
+
+    std::map<ObjectId, std::unique_ptr<Object>>
+        m_kept; ///< Those that outlived the scene in which they were made.
+    std::vector<std::unique_ptr<Object>> m_objects; ///< All others, by number less 1 and the first one's.
+    ObjectId m_first = 0;
     std::uint64_t m_nameRevision = 0;
     std::uint64_t m_transformRevision = 0;
 };

@@ -13,6 +13,9 @@ namespace
 /// Matrices that were stored in single precision stay below it.
 constexpr double LargestSkew = 1e-5;
 
+/// A row shorter than this times the longest one is rounding error: it has no direction.
+constexpr double NoLength = 1e-14;
+
 constexpr int MostSweeps = 64;
 
 CVector3 RowOf(const CMatrix4& matrix, int row)
@@ -64,11 +67,11 @@ CVector3 AcrossTo(const CVector3& vector)
 /// left.
 CVector3 NormalizeRows(CVector3 rows[3])
 {
-    CVector3 lengths;
+    const CVector3 lengths(rows[0].GetLength(), rows[1].GetLength(), rows[2].GetLength());
+    const double longest = std::max({lengths[0], lengths[1], lengths[2]});
     bool hasLength[3];
     for (int i = 0; i < 3; ++i) {
-        lengths[i] = rows[i].GetLength();
-        hasLength[i] = rows[i].NormalizeInPlace();
+        hasLength[i] = lengths[i] > NoLength * longest && rows[i].NormalizeInPlace();
     }
     const int known = static_cast<int>(std::count(hasLength, hasLength + 3, true));
     if (known == 0) {

@@ -17,7 +17,7 @@ CRefArray SceneItem::GetProperties() const
     return item != nullptr ? Host::RefsOf(Host::Objects(), item->Properties) : CRefArray();
 }
 
-Property SceneItem::AddProperty(const CString& type, bool, const CString& name)
+Property SceneItem::AddProperty(const CString& type, bool, const CString& name) const
 {
     const std::string typeWord = Host::ToUtf8(type);
     const std::string ownName = name.IsEmpty() ? typeWord : Host::ToUtf8(name);
@@ -27,13 +27,13 @@ Property SceneItem::AddProperty(const CString& type, bool, const CString& name)
     return Host::AddDefinedProperty(GetRef(), typeWord, ownName);
 }
 
-CStatus SceneItem::AddProperty(const CString& type, bool branch, const CString& name, Property& added)
+CStatus SceneItem::AddProperty(const CString& type, bool branch, const CString& name, Property& added) const
 {
     added = AddProperty(type, branch, name);
     return added.IsValid() ? CStatus::OK : CStatus::Fail;
 }
 
-CustomProperty SceneItem::AddCustomProperty(const CString& name, bool)
+CustomProperty SceneItem::AddCustomProperty(const CString& name, bool) const
 {
     const std::string ownName = Host::ToUtf8(name);
     return Host::AddPlainProperty(GetRef(), ownName, ownName);

@@ -22,11 +22,11 @@ public:
 
     /// Adds a property of this type. A type that a plug-in defines gives a custom property, and its `_Define`
     /// callback runs. An empty name stands for the type.
-    Property AddProperty(const CString& type, bool branch = false, const CString& name = CString());
-    CStatus AddProperty(const CString& type, bool branch, const CString& name, Property& added);
+    Property AddProperty(const CString& type, bool branch = false, const CString& name = CString()) const;
+    CStatus AddProperty(const CString& type, bool branch, const CString& name, Property& added) const;
 
     /// Adds a custom property without parameters. Nothing is called.
-    CustomProperty AddCustomProperty(const CString& name, bool branch = false);
+    CustomProperty AddCustomProperty(const CString& name, bool branch = false) const;
 };
 
 } // namespace XSI

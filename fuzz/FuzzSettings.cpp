@@ -1,5 +1,6 @@
 #include "pipeline/ExportChecks.h"
 #include "pipeline/ExportValues.h"
+#include "pipeline/OptionProblems.h"
 #include "pipeline/OptionText.h"
 #include "pipeline/Platform.h"
 #include "pipeline/SettingsFile.h"

@@ -1,5 +1,7 @@
+#include "pipeline/OptionProblems.h"
+
 #include "pipeline/NumberText.h"
-#include "pipeline/OptionText.h"
+#include "pipeline/OptionTable.h"
 
 #include <algorithm>
 #include <numeric>

@@ -26,12 +26,4 @@ void ReadSettingsValue(const OptionRow& row, std::string_view value, ExportOptio
 /// The value in the settings file; nothing for an enumeration outside its words.
 std::optional<std::string> SettingsValue(const OptionRow& row, const ExportOptions& options);
 
-/// A problem that the plug-in itself passes over in a `Key:Value` text of its command, as one sentence: an
-/// unknown key (with the nearest known one), a missing or malformed value. Nothing if the text means what it
-/// says.
-std::optional<std::string> FindArgumentProblem(std::string_view text);
-
-/// The known key of the export command that differs least from the given one.
-std::string_view FindNearestKey(std::string_view key);
-
 } // namespace tq4x

@@ -102,5 +102,16 @@ TEST(Envelope, FileThatCannotBeOpenedIsReportedWithItsPath)
     EXPECT_THAT(test::MessageRecorder::Messages(), ElementsAre("E Can't open file(" + path + ")"));
 }
 
+TEST(Envelope, WhatFailsAfterOpeningIsTold)
+{
+    const test::TemporaryFolder folder;
+    const test::MessageRecorder recorder;
+    const std::string path = (folder / "a.qenv").string();
+    const XmlSection takePlace = [&](XmlWriter&) { std::filesystem::create_directory(path); };
+    EXPECT_TRUE(WriteFrameFile(path, Record, EditDataPlace::InsideContent, {}, takePlace));
+    EXPECT_TRUE(std::filesystem::is_directory(path));
+    EXPECT_THAT(test::MessageRecorder::Messages(), ElementsAre("E Can't write file(" + path + ")."));
+}
+
 } // namespace
 } // namespace tq4x

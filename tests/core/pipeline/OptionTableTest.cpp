@@ -1,4 +1,5 @@
 #include "pipeline/DialogOptions.h"
+#include "pipeline/OptionProblems.h"
 #include "pipeline/OptionText.h"
 
 #include <algorithm>

@@ -83,8 +83,8 @@ void EraseDropped(std::vector<CurveKey>& keys, const std::vector<std::uint8_t>& 
     keys.resize(count);
 }
 
-/// Two keys of a resting channel say no more than one. The slopes are compared with their sign, so steeply
-/// falling ones pass: the files have always been cut so.
+/// Two keys of a resting channel say no more than one. The slopes are compared with their sign, on
+/// purpose: pairs that leave and arrive falling are cut too.
 bool IsFlatPair(const std::vector<CurveKey>& keys)
 {
     constexpr float limit = static_cast<float>(SnapLimit);

@@ -24,8 +24,8 @@ struct EulerForm
     std::int16_t Z;
 };
 
-/// In the order in which they are tried; of equally near forms the first wins. The files of other programs
-/// depend on this very table, so the form of row 18, which is none, and the repeated rows 64 to 69 stay.
+/// In the order in which they are tried; of equally near forms the first wins. Results depend on this
+/// very table: row 18, which is another orientation, and rows 64 to 69, which repeat 40 to 45, belong to it.
 constexpr EulerForm Forms[] = {
     // 0 to 5
     {360, false, 0, 0},

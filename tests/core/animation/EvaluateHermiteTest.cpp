@@ -54,7 +54,7 @@ TEST(EvaluateHermite, RestsOnLevelKeysAndRunsStraightOnStraightOnes)
     }
 }
 
-/// The operations in single precision, one rounding each, in the order that the files' reader has.
+/// The operations in single precision, one rounding each, in the fixed order.
 TEST(EvaluateHermite, RoundsInTheWrittenOrder)
 {
     std::mt19937 random(11);

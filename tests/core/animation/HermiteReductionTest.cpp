@@ -42,7 +42,7 @@ std::vector<CurveKey> LiteralKeys(const std::vector<float>& samples, const std::
     return keys;
 }
 
-/// The reduction as it is told: every segment is evaluated at every sample.
+/// The reduction in its plain form: every segment is evaluated at every sample.
 class LiteralReduction
 {
 public:

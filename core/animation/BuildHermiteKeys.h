@@ -21,8 +21,9 @@ std::vector<float> SampleFrames(std::size_t count, int frameSteps);
 /// meets every sample exactly. Samples that are not numbers give keys like all others and judge nothing.
 /// Example: 0, 1, 2, 3 at frames 0 to 3 with tolerance 0.01 gives the keys 0 and 3, both with slope 1.
 ///
-/// `frames` has the length of `samples`. Near-linear on resting, straight and noisy channels; at worst a key
-/// costs as many evaluations as the stretch it lies in is long, at most 1024.
+/// `frames` has the length of `samples`. Near-linear on resting, straight, smooth and noisy channels. At
+/// worst a sample costs as many evaluations as the segment that swallows it is long, at most 1024; every
+/// 1024th sample is judged once more over the segment between its neighbours, however long that is.
 void BuildHermiteKeys(std::vector<CurveKey>& keys, std::span<const float> samples,
                       std::span<const float> frames, float tolerance);
 

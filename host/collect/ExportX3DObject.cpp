@@ -66,10 +66,23 @@ ExportX3DObject::~ExportX3DObject() = default;
 
 void ExportX3DObject::Link()
 {
-    const XSI::CRef hostParent = XSI::X3DObject(Object).GetParent();
-    Parent = Context.FindX3DObject(hostParent, OwningInstance);
+    Parent = FindParent();
     if (Parent != nullptr)
         Parent->Children.push_back(this);
+}
+
+/// Inside an instance, the instance stands in the place of its master, and in that of a parent that is not
+/// exported.
+ExportX3DObject* ExportX3DObject::FindParent() const
+{
+    const XSI::CRef hostParent = XSI::X3DObject(Object).GetParent();
+    const XSI::Model instance(OwningInstance);
+    if (!instance.IsValid())
+        return Context.FindX3DObject(hostParent, {});
+    ExportX3DObject* parent = hostParent == instance.GetInstanceMaster().GetRef()
+                                  ? nullptr
+                                  : Context.FindX3DObject(hostParent, OwningInstance);
+    return parent != nullptr ? parent : Context.FindX3DObject(OwningInstance, {});
 }
 
 bool ExportX3DObject::Export()

@@ -36,6 +36,7 @@ public:
     std::vector<ExportMesh*> InfluencedMeshes; ///< skinned meshes that this object moves
 
 private:
+    ExportX3DObject* FindParent() const;
     void RegisterName();
     void ReadScalingRule();
     void ReadProperties();

@@ -56,6 +56,12 @@ public:
 
     std::string File(const std::string& name) const;
 
+    /// True if a text stands in the file. Failing expectations stay readable, however long the file is.
+    bool FileHolds(const std::string& name, const std::string& text) const
+    {
+        return File(name).find(text) != std::string::npos;
+    }
+
     /// What the plug-in logged, as "E text", "W text" or "I text".
     std::vector<std::string> Messages() const
     {

@@ -128,34 +128,75 @@ std::vector<std::uint64_t> ReadSparseIndices(const Document& document, std::size
     return indices;
 }
 
+Block BlockOf(const Document& document, const Accessor& accessor)
+{
+    const std::uint8_t* const data =
+        accessor.View ? DataOf(document, *accessor.View) + accessor.ByteOffset : nullptr;
+    return {data, ElementStride(accessor, document), ColumnSize(accessor), ComponentCount(accessor.Shape),
+            ColumnLength(accessor.Shape)};
+}
+
 // `convert` takes a stored component of any type.
 template<class Out, class Convert>
-std::vector<Out> ReadValues(const Document& document, std::size_t index, Convert convert)
+std::vector<Out> ReadAll(const Document& document, std::size_t index, Convert convert)
 {
     const Accessor& accessor = document.Accessors[index];
-    const std::size_t components = ComponentCount(accessor.Shape);
-    std::vector<Out> values(static_cast<std::size_t>(accessor.Count) * components);
-    Block block{nullptr, ElementStride(accessor, document), ColumnSize(accessor), components,
-                ColumnLength(accessor.Shape)};
+    Block block = BlockOf(document, accessor);
+    std::vector<Out> values(static_cast<std::size_t>(accessor.Count) * block.Components);
     WithStoredType(accessor.Type, [&](auto stored) {
         using Stored = decltype(stored);
-        if (accessor.View) {
-            block.Data = DataOf(document, *accessor.View) + accessor.ByteOffset;
-            for (std::size_t i = 0; i < accessor.Count; ++i) {
-                CopyValue<Stored>(block, i, values.data() + i * components, convert);
-            }
+        for (std::size_t i = 0; accessor.View && i < accessor.Count; ++i) {
+            CopyValue<Stored>(block, i, values.data() + i * block.Components, convert);
         }
         if (accessor.Sparse) {
             block.Data = DataOf(document, accessor.Sparse->ValuesView) + accessor.Sparse->ValuesOffset;
             block.Stride = ElementSize(accessor);
             const auto targets = ReadSparseIndices(document, index);
             for (std::size_t i = 0; i < targets.size(); ++i) {
-                CopyValue<Stored>(block, i, values.data() + targets[i] * components, convert);
+                CopyValue<Stored>(block, i, values.data() + targets[i] * block.Components, convert);
             }
         }
         return 0;
     });
     return values;
+}
+
+// Many primitives may share one long accessor, so only what is asked for is read. Sparse accessors are short.
+template<class Out, class Convert>
+std::vector<Out> ReadSome(const Document& document, std::size_t index, std::span<const std::uint32_t> wanted,
+                          Convert convert)
+{
+    const Accessor& accessor = document.Accessors[index];
+    const Block block = BlockOf(document, accessor);
+    std::vector<Out> values(wanted.size() * block.Components);
+    if (accessor.Sparse) {
+        const std::vector<Out> all = ReadAll<Out>(document, index, convert);
+        for (std::size_t i = 0; i < wanted.size(); ++i) {
+            std::copy_n(&all[wanted[i] * block.Components], block.Components, &values[i * block.Components]);
+        }
+        return values;
+    }
+    WithStoredType(accessor.Type, [&](auto stored) {
+        for (std::size_t i = 0; accessor.View && i < wanted.size(); ++i) {
+            CopyValue<decltype(stored)>(block, wanted[i], values.data() + i * block.Components, convert);
+        }
+        return 0;
+    });
+    return values;
+}
+
+auto FloatConversion(const Document& document, std::size_t accessor)
+{
+    const bool normalized = document.Accessors[accessor].Normalized;
+    return [normalized](auto value) { return ToFloat(value, normalized); };
+}
+
+auto IntegerConversion(const Document& document, std::size_t accessor)
+{
+    if (!IsUnsigned(document.Accessors[accessor].Type)) {
+        throw SceneError(PlaceOf(accessor), "Unsigned integers are wanted here.");
+    }
+    return [](auto value) { return static_cast<std::uint32_t>(value); };
 }
 
 } // namespace
@@ -181,18 +222,24 @@ std::uint64_t ElementStride(const Accessor& accessor, const Document& document)
 
 std::vector<float> ReadFloats(const Document& document, std::size_t accessor)
 {
-    const bool normalized = document.Accessors[accessor].Normalized;
-    return ReadValues<float>(document, accessor,
-                             [normalized](auto value) { return ToFloat(value, normalized); });
+    return ReadAll<float>(document, accessor, FloatConversion(document, accessor));
+}
+
+std::vector<float> ReadFloatsAt(const Document& document, std::size_t accessor,
+                                std::span<const std::uint32_t> wanted)
+{
+    return ReadSome<float>(document, accessor, wanted, FloatConversion(document, accessor));
 }
 
 std::vector<std::uint32_t> ReadIntegers(const Document& document, std::size_t accessor)
 {
-    if (!IsUnsigned(document.Accessors[accessor].Type)) {
-        throw SceneError(PlaceOf(accessor), "Unsigned integers are wanted here.");
-    }
-    return ReadValues<std::uint32_t>(document, accessor,
-                                     [](auto value) { return static_cast<std::uint32_t>(value); });
+    return ReadAll<std::uint32_t>(document, accessor, IntegerConversion(document, accessor));
+}
+
+std::vector<std::uint32_t> ReadIntegersAt(const Document& document, std::size_t accessor,
+                                          std::span<const std::uint32_t> wanted)
+{
+    return ReadSome<std::uint32_t>(document, accessor, wanted, IntegerConversion(document, accessor));
 }
 
 } // namespace tq4x::gltf

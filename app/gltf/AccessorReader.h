@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "gltf/GltfDocument.h"
@@ -14,8 +15,14 @@ namespace tq4x::gltf
 /// -1..1 or 0..1 where the accessor is normalised, else their plain number. Sparse values are put in.
 [[nodiscard]] std::vector<float> ReadFloats(const Document& document, std::size_t accessor);
 
+/// The same for some of the values, in the order in which they are asked for.
+[[nodiscard]] std::vector<float> ReadFloatsAt(const Document& document, std::size_t accessor,
+                                              std::span<const std::uint32_t> wanted);
+
 /// The same for integer components, never normalised. Refuses float and signed components, as indices and
 /// joints have neither.
 [[nodiscard]] std::vector<std::uint32_t> ReadIntegers(const Document& document, std::size_t accessor);
+[[nodiscard]] std::vector<std::uint32_t> ReadIntegersAt(const Document& document, std::size_t accessor,
+                                                        std::span<const std::uint32_t> wanted);
 
 } // namespace tq4x::gltf

@@ -5,8 +5,10 @@
 #include "gltf/AnimationTrack.h"
 #include "gltf/DecodeImage.h"
 #include "gltf/OpenDocument.h"
+#include "gltf/OpenScene.h"
 #include "gltf/ReadFile.h"
 #include "gltf/ReadTriangles.h"
+#include "scene/Session.h"
 
 namespace tq4x::gltf
 {
@@ -161,6 +163,26 @@ TEST_F(SamplesTest, AllAnimationsReadWithoutRepeatedKeys)
             }
         }
     }
+}
+
+std::size_t CountObjects()
+{
+    std::size_t count = 0;
+    XSI::Host::Objects().ForEach([&](const XSI::Host::Object& object) {
+        count += XSI::Host::RefOf(object).IsA(XSI::siX3DObjectID) ? 1 : 0;
+    });
+    return count;
+}
+
+TEST_F(SamplesTest, AllBecomeScenesOfTheHost)
+{
+    for (const Sample& sample : Table) {
+        XSI::Host::Session::Current().Reset();
+        const OpenedScene opened = OpenScene(Samples / sample.File, {});
+        EXPECT_EQ(opened.Error, "") << sample.File;
+        EXPECT_EQ(CountObjects(), sample.Nodes + 1) << sample.File; // and the scene root
+    }
+    XSI::Host::Session::Current().Reset();
 }
 
 } // namespace

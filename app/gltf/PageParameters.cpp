@@ -1,0 +1,110 @@
+#include "gltf/PageParameters.h"
+
+#include <vector>
+
+#include <xsi_customproperty.h>
+#include <xsi_model.h>
+#include <xsi_parameter.h>
+
+#include "gltf/NearestWord.h"
+#include "scene/CreateParameters.h"
+#include "scene/CustomProperties.h"
+#include "scene/PluginLoader.h"
+#include "scene/Session.h"
+#include "scene/Text.h"
+
+namespace tq4x::gltf
+{
+namespace
+{
+
+namespace Host = XSI::Host;
+
+constexpr std::string_view OurPrefix = "TQ4X_ForPennon";
+
+/// A JSON value as one of the host's; empty for lists and objects.
+XSI::CValue ToHostValue(const JsonValue& value)
+{
+    if (const bool* const flag = std::get_if<bool>(&value.Content)) {
+        return *flag;
+    }
+    if (const auto* const whole = std::get_if<std::int64_t>(&value.Content)) {
+        return static_cast<double>(*whole);
+    }
+    if (const double* const number = std::get_if<double>(&value.Content)) {
+        return *number;
+    }
+    const std::string* const text = value.String();
+    return text != nullptr ? XSI::CValue(Host::FromUtf8(*text)) : XSI::CValue();
+}
+
+bool IsNumber(const JsonValue& value)
+{
+    return std::holds_alternative<std::int64_t>(value.Content) ||
+           std::holds_alternative<double>(value.Content);
+}
+
+} // namespace
+
+PageParameters::PageParameters()
+{
+    const XSI::CRef root = XSI::CRef::FromObjectID(Host::Session::Current().Root);
+    for (const std::string& type : Host::RegisteredPropertyTypes()) {
+        // A page tells its parameters by defining them, so one is made and taken away again.
+        const XSI::CustomProperty probe = Host::AddDefinedProperty(root, type, type);
+        const XSI::CRefArray parameters = probe.GetParameters();
+        for (LONG i = 0; i < parameters.GetCount(); ++i) {
+            const std::string name = Host::ToUtf8(XSI::Parameter(parameters[i]).GetScriptName());
+            if (IsOurs(name)) {
+                m_types.emplace(name, type);
+            }
+        }
+        Host::Objects().Delete(probe.GetObjectID());
+    }
+}
+
+std::string PageParameters::FindType(const std::string& parameter) const
+{
+    const auto found = m_types.find(parameter);
+    return found == m_types.end() ? std::string() : found->second;
+}
+
+bool PageParameters::IsOurs(const std::string& parameter)
+{
+    return parameter.starts_with(OurPrefix);
+}
+
+bool PageParameters::IsForMaterials(const std::string& type)
+{
+    return type == "TQ4X_ForPennonMaterialAttrProp" || type == "TQ4X_ForPennonRenderPriorityProp";
+}
+
+std::string PageParameters::FindNearest(const std::string& parameter) const
+{
+    std::vector<std::string_view> names;
+    for (const auto& [name, type] : m_types) {
+        names.push_back(name);
+    }
+    return std::string(FindNearestWord(parameter, names));
+}
+
+std::string PageParameters::Set(const XSI::SceneItem& owner, const std::string& type,
+                                const std::string& parameter, const JsonValue& value) const
+{
+    XSI::CRef property = Host::FindProperty(owner, type).GetRef();
+    if (!property.IsValid()) {
+        property = Host::AddDefinedProperty(owner, type, type).GetRef();
+    }
+    XSI::Parameter target = XSI::ProjectItem(property).GetParameter(Host::FromUtf8(parameter));
+    const XSI::CValue wanted = ToHostValue(value);
+    if (wanted.IsEmpty() || !target.PutValue(wanted).Succeeded()) {
+        return "The value of " + parameter + " does not suit it.";
+    }
+    if (IsNumber(value) && static_cast<double>(target.GetValue()) != static_cast<double>(wanted)) {
+        return "The value of " + parameter + " is out of range; " +
+               Host::ToUtf8(target.GetValue().GetAsText()) + " is used.";
+    }
+    return {};
+}
+
+} // namespace tq4x::gltf

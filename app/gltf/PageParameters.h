@@ -1,0 +1,42 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include <xsi_sceneitem.h>
+
+#include "gltf/JsonValue.h"
+
+namespace tq4x::gltf
+{
+
+/// The parameters of the loaded plug-in's attribute pages, which mark objects and materials for the exporter.
+class PageParameters
+{
+public:
+    /// Asks the loaded plug-ins for their pages.
+    PageParameters();
+
+    /// The type of the property that has a parameter; empty for an unknown one.
+    [[nodiscard]] std::string FindType(const std::string& parameter) const;
+
+    /// Whether parameters of this name are ours, known or not.
+    [[nodiscard]] static bool IsOurs(const std::string& parameter);
+
+    /// Whether the property sits on materials and not on objects.
+    [[nodiscard]] static bool IsForMaterials(const std::string& type);
+
+    /// The known parameter whose name is nearest.
+    [[nodiscard]] std::string FindNearest(const std::string& parameter) const;
+
+    /// Sets a parameter on the owner's property of the type, which is added if it is missing. Answers a
+    /// sentence if the value does not suit the parameter; where it was out of range the nearest one was
+    /// taken.
+    [[nodiscard]] std::string Set(const XSI::SceneItem& owner, const std::string& type,
+                                  const std::string& parameter, const JsonValue& value) const;
+
+private:
+    std::map<std::string, std::string> m_types; ///< by parameter
+};
+
+} // namespace tq4x::gltf

@@ -1,6 +1,7 @@
 #include "pipeline/Platform.h"
 
 #include "pipeline/MessageLog.h"
+#include "pipeline/ReproduciblePlatform.h"
 
 #include <array>
 #include <cstdio>
@@ -10,7 +11,7 @@ namespace tq4x
 
 Platform& CurrentPlatform()
 {
-    static Platform platform = SystemPlatform();
+    static Platform platform = MakeReproducible(SystemPlatform());
     return platform;
 }
 

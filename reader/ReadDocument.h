@@ -26,6 +26,8 @@ enum class FileKind
     Environment,         ///< .qenv
 };
 
+inline constexpr std::size_t FileKindCount = 8;
+
 /// The kind that a file's extension tells, whatever its case. Nothing for other extensions.
 [[nodiscard]] std::optional<FileKind> KindOf(const std::filesystem::path& file);
 

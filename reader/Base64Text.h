@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace tq4x::reader
+{
+
+/// The bytes of Base64 text of the standard alphabet, unbroken, padded with "=", with white space around it
+/// alone. Nothing for any other text.
+[[nodiscard]] std::optional<std::vector<std::uint8_t>> DecodeBase64(std::string_view text);
+
+} // namespace tq4x::reader

@@ -132,7 +132,9 @@ private:
         const std::int64_t score = ScoreOf(i, j);
         if (score < LowestScore || score < choice.Score)
             return;
-        if (score == choice.Score && (choice.IsOutdated || !StandsBefore(j, choice.Partner)))
+        // This holds of an outdated partner too: it went at its place or moved forward from there, and all
+        // others of that score stand behind it.
+        if (score == choice.Score && j != choice.Partner && !StandsBefore(j, choice.Partner))
             return;
         choice = {score, j, false};
     }

@@ -345,6 +345,20 @@ TEST_P(RandomSets, MergeAndOrderAgreeWithTheRounds)
     ExpectEqualSets(m_shape, literal);
 }
 
+TEST_P(RandomSets, MergeAgreesWhereManyPairsTie)
+{
+    MakePolygons(150, 40, 1 + static_cast<std::int32_t>(GetParam() % 4));
+    m_shape.BoneCapacity = 3 + GetParam() % 7;
+    static_cast<void>(BuildPrimitiveSets(m_shape));
+    SeparateDataShape literal = m_shape;
+    MergePrimitiveSets(m_shape);
+    MergeByTheLetter(literal);
+    OrderByTheLetter(literal);
+    for (PrimitiveSet& set : literal.PrimitiveSets)
+        SortPolygons(set.Polygons);
+    ExpectEqualSets(m_shape, literal);
+}
+
 TEST_P(RandomSets, OrderAgreesWithoutMerging)
 {
     MakePolygons(24, 18, 6);

@@ -5,6 +5,7 @@
 #include "export/Each.h"
 #include "export/ExportContext.h"
 #include "geometry/AddPolygon.h"
+#include "geometry/ChooseQuantization.h"
 #include "geometry/ComputeBoneCapacity.h"
 #include "geometry/EditMesh.h"
 #include "geometry/GenerateTangents.h"
@@ -12,7 +13,6 @@
 #include "math/Scalar.h"
 #include "pipeline/ExportOptions.h"
 #include "pipeline/MessageLog.h"
-#include "pipeline/NodeCompression.h"
 #include "scene/NodeTree.h"
 
 #include <xsi_geometryaccessor.h>
@@ -62,14 +62,6 @@ XSI::CGeometryAccessor OpenGeometry(const XSI::X3DObject& object)
     const XSI::PolygonMesh mesh(object.GetActivePrimitive().GetGeometry().GetRef());
     return mesh.GetGeometryAccessor(XSI::siConstructionModeModeling, XSI::siCatmullClark, 0,
                                     discontinuity.IsOn, discontinuity.Angle);
-}
-
-StreamQuantization WantedQuantization(const ExportOptions& options)
-{
-    if (IsToolPostProcessingRequested(options))
-        return {}; // the tool quantises, once, after the bones have moved
-    return {static_cast<QuantizedMode>(options.QuantizePos), static_cast<QuantizedMode>(options.QuantizeNrm),
-            static_cast<QuantizedMode>(options.QuantizeTex)};
 }
 
 VertexSlot SlotAt(VertexSlot first, std::size_t number)
@@ -190,7 +182,7 @@ ReadResult ExportMesh::Collect()
     m_mesh->BoneCapacity = static_cast<std::uint32_t>(
         ComputeBoneCapacity(options.NonUniformScale, options.MaxReservedUniformRegisters));
     m_mesh->NodeName = TargetBone().Name;
-    m_mesh->Pool = MakeVertexAttributePool(WantedQuantization(options));
+    m_mesh->Pool = MakeVertexAttributePool(ChooseQuantization(options));
 
     const bool isRead =
         ReadMeshAttributes(accessor, TargetBone().Name, options.SoftimageInvertVertexColorAlpha,

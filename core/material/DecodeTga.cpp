@@ -171,8 +171,9 @@ Packet ReadPacketHead(std::uint8_t head)
 }
 
 /// Fills the places with pixels that `read` makes of `pixelSize` bytes each. False if the file ends before.
-template<typename Read>
-bool ReadPixels(PixelPlaces& places, ByteCursor& in, bool isRunLengthCoded, std::size_t pixelSize, Read read)
+template<typename ReadPixel>
+bool ReadPixels(PixelPlaces& places, ByteCursor& in, bool isRunLengthCoded, std::size_t pixelSize,
+                ReadPixel read)
 {
     while (places.Left() > 0) {
         Packet packet{places.Left(), false};
@@ -213,18 +214,23 @@ bool ReadMappedPixels(PixelPlaces& places, ByteCursor& in, const TgaHeader& head
                       [&](const std::uint8_t* bytes) { return map.At(Word16(bytes)); });
 }
 
+/// Each kind of pixel has a loop of its own: lambdas, unlike the functions that they call, differ in type.
 bool ReadPlainPixels(PixelPlaces& places, ByteCursor& in, const TgaHeader& header)
 {
     const bool isRunLengthCoded = header.IsRunLengthCoded();
     switch (header.PixelBits) {
     case 8:
-        return ReadPixels(places, in, isRunLengthCoded, 1, FromGrey);
+        return ReadPixels(places, in, isRunLengthCoded, 1,
+                          [](const std::uint8_t* bytes) { return FromGrey(bytes); });
     case 24:
-        return ReadPixels(places, in, isRunLengthCoded, 3, FromBgr);
+        return ReadPixels(places, in, isRunLengthCoded, 3,
+                          [](const std::uint8_t* bytes) { return FromBgr(bytes); });
     case 32:
-        return ReadPixels(places, in, isRunLengthCoded, 4, FromBgra);
+        return ReadPixels(places, in, isRunLengthCoded, 4,
+                          [](const std::uint8_t* bytes) { return FromBgra(bytes); });
     default:
-        return ReadPixels(places, in, isRunLengthCoded, 2, FromFiveBits);
+        return ReadPixels(places, in, isRunLengthCoded, 2,
+                          [](const std::uint8_t* bytes) { return FromFiveBits(bytes); });
     }
 }
 

@@ -1,9 +1,11 @@
 #include "material/EncodeTexture.h"
 
+#include "material/ByteCursor.h"
 #include "material/ReduceMipmap.h"
 #include "material/TextureSize.h"
 
-#include <algorithm>
+#include <bit>
+#include <cstring>
 #include <vector>
 
 namespace tq4x
@@ -17,24 +19,19 @@ std::size_t EvenBits(std::size_t bits)
     return (bits & 1) | (bits >> 1 & 2) | (bits >> 2 & 4);
 }
 
-/// Calls `encode` with the first pixel of each tile.
-template<typename EncodeTile>
-void ForEachTile(const PixelView& level, EncodeTile encode)
-{
-    for (std::size_t y = 0; y < level.Height; y += TileSide)
-        for (std::size_t x = 0; x < level.Width; x += TileSide)
-            encode(level.Row(y) + x * BytesPerPixel);
-}
-
-/// Encodes pixels of whole bytes. `write` puts one pixel and returns the place behind it.
-template<typename WritePixel>
-std::uint8_t* EncodePixels(std::uint8_t* out, const PixelView& level, WritePixel write)
+/// Encodes pixels of whole bytes. `Put` writes one pixel and returns the place behind it; it is part of the
+/// type so that each loop has it inlined.
+template<auto Put>
+std::uint8_t* EncodePixels(std::uint8_t* out, const PixelView& level)
 {
     const TileTable table = BuildTileTable(level);
-    ForEachTile(level, [&](const std::uint8_t* tile) {
-        for (const std::uint32_t offset : table.Pixels())
-            out = write(out, tile + offset);
-    });
+    for (std::size_t y = 0; y < level.Height; y += TileSide) {
+        for (std::size_t x = 0; x < level.Width; x += TileSide) {
+            const std::uint8_t* tile = level.Row(y) + x * BytesPerPixel;
+            for (std::size_t i = 0; i < table.Count; ++i)
+                out = Put(out, tile + table.Offsets[i]);
+        }
+    }
     return out;
 }
 
@@ -44,86 +41,106 @@ template<typename ValueOf>
 std::uint8_t* EncodeHalfBytes(std::uint8_t* out, const PixelView& level, ValueOf valueOf)
 {
     const TileTable table = BuildTileTable(level);
-    ForEachTile(level, [&](const std::uint8_t* tile) {
-        for (std::size_t i = 0; i + 1 < table.Count; i += 2) {
-            const int low = valueOf(tile + table.Offsets[i]);
-            const int high = valueOf(tile + table.Offsets[i + 1]);
-            *out++ = static_cast<std::uint8_t>(low >> 4 | (high & 0xF0));
+    for (std::size_t y = 0; y < level.Height; y += TileSide) {
+        for (std::size_t x = 0; x < level.Width; x += TileSide) {
+            const std::uint8_t* tile = level.Row(y) + x * BytesPerPixel;
+            for (std::size_t i = 0; i + 1 < table.Count; i += 2) {
+                const int low = valueOf(tile + table.Offsets[i]);
+                const int high = valueOf(tile + table.Offsets[i + 1]);
+                *out++ = static_cast<std::uint8_t>(low >> 4 | (high & 0xF0));
+            }
         }
-    });
+    }
     return out;
 }
 
-std::uint8_t* PutWord(std::uint8_t* out, int word)
+/// The channels of a pixel that was read in one piece.
+struct Rgba
 {
-    out[0] = static_cast<std::uint8_t>(word);
-    out[1] = static_cast<std::uint8_t>(word >> 8);
-    return out + 2;
+    explicit Rgba(const std::uint8_t* pixel) : m_word(Word32(pixel)) {}
+
+    std::uint32_t R() const { return m_word & 0xFF; }
+
+    std::uint32_t G() const { return m_word >> 8 & 0xFF; }
+
+    std::uint32_t B() const { return m_word >> 16 & 0xFF; }
+
+    std::uint32_t A() const { return m_word >> 24; }
+
+private:
+    std::uint32_t m_word;
+};
+
+/// Writes a number of `Count` bytes, lowest byte first.
+template<std::size_t Count>
+std::uint8_t* PutLittle(std::uint8_t* out, std::uint32_t number)
+{
+    if constexpr (std::endian::native == std::endian::little)
+        std::memcpy(out, &number, Count);
+    else
+        for (std::size_t i = 0; i < Count; ++i)
+            out[i] = static_cast<std::uint8_t>(number >> 8 * i);
+    return out + Count;
 }
 
 std::uint8_t* PutRed(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    *out = pixel[0];
-    return out + 1;
+    return PutLittle<1>(out, pixel[0]);
 }
 
 std::uint8_t* PutAlpha(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    *out = pixel[3];
-    return out + 1;
+    return PutLittle<1>(out, pixel[3]);
 }
 
 std::uint8_t* PutLa4(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    *out = static_cast<std::uint8_t>((pixel[0] & 0xF0) | pixel[3] >> 4);
-    return out + 1;
+    const Rgba color(pixel);
+    return PutLittle<1>(out, (color.R() & 0xF0) | color.A() >> 4);
 }
 
 std::uint8_t* PutLa8(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    out[0] = pixel[3];
-    out[1] = pixel[0];
-    return out + 2;
+    const Rgba color(pixel);
+    return PutLittle<2>(out, color.R() << 8 | color.A());
 }
 
 std::uint8_t* PutHilo8(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    out[0] = pixel[1];
-    out[1] = pixel[0];
-    return out + 2;
+    const Rgba color(pixel);
+    return PutLittle<2>(out, color.R() << 8 | color.G());
 }
 
 std::uint8_t* PutRgb565(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    return PutWord(out, (pixel[0] & 0xF8) << 8 | (pixel[1] & 0xFC) << 3 | pixel[2] >> 3);
+    const Rgba color(pixel);
+    return PutLittle<2>(out, (color.R() & 0xF8) << 8 | (color.G() & 0xFC) << 3 | color.B() >> 3);
 }
 
 std::uint8_t* PutRgb8(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    out[0] = pixel[2];
-    out[1] = pixel[1];
-    out[2] = pixel[0];
-    return out + 3;
+    const Rgba color(pixel);
+    return PutLittle<3>(out, color.R() << 16 | color.G() << 8 | color.B());
 }
 
 std::uint8_t* PutRgb5A1(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    return PutWord(out,
-                   (pixel[0] & 0xF8) << 8 | (pixel[1] & 0xF8) << 3 | (pixel[2] & 0xF8) >> 2 | pixel[3] >> 7);
+    const Rgba color(pixel);
+    const std::uint32_t bits = (color.R() & 0xF8) << 8 | (color.G() & 0xF8) << 3 | (color.B() & 0xF8) >> 2;
+    return PutLittle<2>(out, bits | color.A() >> 7);
 }
 
 std::uint8_t* PutRgba4(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    return PutWord(out, (pixel[0] & 0xF0) << 8 | (pixel[1] & 0xF0) << 4 | (pixel[2] & 0xF0) | pixel[3] >> 4);
+    const Rgba color(pixel);
+    const std::uint32_t bits = (color.R() & 0xF0) << 8 | (color.G() & 0xF0) << 4 | (color.B() & 0xF0);
+    return PutLittle<2>(out, bits | color.A() >> 4);
 }
 
 std::uint8_t* PutRgba8(std::uint8_t* out, const std::uint8_t* pixel)
 {
-    out[0] = pixel[3];
-    out[1] = pixel[2];
-    out[2] = pixel[1];
-    out[3] = pixel[0];
-    return out + 4;
+    const Rgba color(pixel);
+    return PutLittle<4>(out, color.R() << 24 | color.G() << 16 | color.B() << 8 | color.A());
 }
 
 } // namespace
@@ -147,27 +164,27 @@ std::uint8_t* EncodeLevel(std::uint8_t* out, const PixelView& level, TextureForm
     case TextureFormat::L4:
         return EncodeHalfBytes(out, level, [](const std::uint8_t* pixel) { return pixel[0]; });
     case TextureFormat::L8:
-        return EncodePixels(out, level, PutRed);
+        return EncodePixels<PutRed>(out, level);
     case TextureFormat::A4:
         return EncodeHalfBytes(out, level, [=](const std::uint8_t* pixel) { return pixel[alphaChannel]; });
     case TextureFormat::A8:
-        return hasAlpha ? EncodePixels(out, level, PutAlpha) : EncodePixels(out, level, PutRed);
+        return hasAlpha ? EncodePixels<PutAlpha>(out, level) : EncodePixels<PutRed>(out, level);
     case TextureFormat::La4:
-        return EncodePixels(out, level, PutLa4);
+        return EncodePixels<PutLa4>(out, level);
     case TextureFormat::La8:
-        return EncodePixels(out, level, PutLa8);
+        return EncodePixels<PutLa8>(out, level);
     case TextureFormat::Hilo8:
-        return EncodePixels(out, level, PutHilo8);
+        return EncodePixels<PutHilo8>(out, level);
     case TextureFormat::Rgb565:
-        return EncodePixels(out, level, PutRgb565);
+        return EncodePixels<PutRgb565>(out, level);
     case TextureFormat::Rgb8:
-        return EncodePixels(out, level, PutRgb8);
+        return EncodePixels<PutRgb8>(out, level);
     case TextureFormat::Rgb5_a1:
-        return EncodePixels(out, level, PutRgb5A1);
+        return EncodePixels<PutRgb5A1>(out, level);
     case TextureFormat::Rgba4:
-        return EncodePixels(out, level, PutRgba4);
+        return EncodePixels<PutRgba4>(out, level);
     case TextureFormat::Rgba8:
-        return EncodePixels(out, level, PutRgba8);
+        return EncodePixels<PutRgba8>(out, level);
     case TextureFormat::Etc1:
     case TextureFormat::Etc1_a4:
         return out;

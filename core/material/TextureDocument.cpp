@@ -3,6 +3,7 @@
 #include "material/TextureSize.h"
 #include "pipeline/XmlWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -39,6 +40,17 @@ std::span<const FaceNames> FaceNamesOf(const TextureImage& image)
     return PlainNames;
 }
 
+/// Bytes whose text goes to the writer at once. A multiple of three, so that only the last piece is padded.
+constexpr std::size_t PieceSize = 3 << 14;
+
+void WriteBase64Line(XmlWriter& stream, std::span<const std::uint8_t> data)
+{
+    stream.LongLine([&] {
+        for (std::size_t start = 0; start < data.size(); start += PieceSize)
+            stream.Piece(EncodeBase64(&data[start], std::min(PieceSize, data.size() - start)));
+    });
+}
+
 /// Writes the levels of a face from the front of `data`, and takes them off.
 void WriteFace(XmlWriter& stream, const TextureImage& image, const FaceNames& names,
                std::span<const std::uint8_t>& data)
@@ -48,7 +60,7 @@ void WriteFace(XmlWriter& stream, const TextureImage& image, const FaceNames& na
     stream.Element(names.List, [&] {
         for (std::int32_t level = 0; level < image.MipmapSize; ++level) {
             const std::size_t size = LevelByteCount(image.Format, width, height);
-            stream.Element(names.Image, [&] { stream.Line(EncodeBase64(data.data(), size)); });
+            stream.Element(names.Image, [&] { WriteBase64Line(stream, data.first(size)); });
             data = data.subspan(size);
             width /= 2;
             height /= 2;

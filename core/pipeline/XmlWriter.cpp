@@ -210,9 +210,20 @@ void XmlWriter::Rows(std::string_view name, XmlAttributes attributes, std::span<
 
 void XmlWriter::Line(std::string_view text)
 {
-    m_text += Indent(m_level);
+    StartLine();
     m_text += text;
     EndLine();
+}
+
+void XmlWriter::StartLine()
+{
+    m_text += Indent(m_level);
+}
+
+void XmlWriter::Piece(std::string_view text)
+{
+    m_text += text;
+    FlushIfLarge();
 }
 
 void XmlWriter::Vector(std::string_view name, const Vector3& vector)
@@ -228,6 +239,11 @@ void XmlWriter::ColorElement(std::string_view name, const Color& color)
 void XmlWriter::EndLine()
 {
     m_text += '\n';
+    FlushIfLarge();
+}
+
+void XmlWriter::FlushIfLarge()
+{
     if (m_file != nullptr && m_text.size() >= FlushSize)
         Flush();
 }

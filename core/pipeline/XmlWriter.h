@@ -136,6 +136,18 @@ public:
     /// A line of text at the current level, as it stands and without conversion (Base64, declarations).
     void Line(std::string_view text);
 
+    /// A line whose text `body` hands over in pieces, for texts that nobody wants to hold whole.
+    template<std::invocable Body>
+    void LongLine(Body&& body)
+    {
+        StartLine();
+        std::forward<Body>(body)();
+        EndLine();
+    }
+
+    /// Continues the text of a `LongLine`, as it stands and without conversion.
+    void Piece(std::string_view text);
+
     /// Runs `body` with the level set to `level`, and takes the former level up again afterwards.
     template<std::invocable Body>
     void AtLevel(int level, Body&& body)
@@ -159,7 +171,9 @@ private:
     void Open(std::string_view name, XmlAttributes attributes);
     void Close(std::string_view name);
     void StartTag(std::string_view name, XmlAttributes attributes);
+    void StartLine();
     void EndLine();
+    void FlushIfLarge();
     void Flush();
 
     std::string m_text;

@@ -120,5 +120,39 @@ TEST(XmlWriter, LongDocumentsLeaveInBlocksAndWhole)
     EXPECT_EQ(test::ReadWholeFile(path), expected);
 }
 
+TEST(XmlWriter, ALongLineComesInPieces)
+{
+    XmlWriter stream;
+    stream.Element("A", [&] {
+        stream.LongLine([&] {
+            stream.Piece("one");
+            stream.Piece("");
+            stream.Piece("<two>");
+        });
+        stream.LongLine([] {});
+    });
+    EXPECT_EQ(stream.Text(), "<A>\n\tone<two>\n\t\n</A>\n");
+}
+
+TEST(XmlWriter, ALongLineLeavesInBlocks)
+{
+    const test::TemporaryFolder folder;
+    const std::string path = (folder / "line.xml").string();
+    const std::string piece(100000, 'x');
+    OutputFile file;
+    ASSERT_TRUE(file.Open(path));
+    {
+        XmlWriter stream(file);
+        stream.LongLine([&] {
+            for (int i = 0; i < 50; ++i) {
+                stream.Piece(piece);
+                EXPECT_LT(stream.Text().size(), std::size_t{2} << 20);
+            }
+        });
+    }
+    ASSERT_TRUE(file.Commit());
+    EXPECT_EQ(test::ReadWholeFile(path), std::string(5000000, 'x') + "\n");
+}
+
 } // namespace
 } // namespace tq4x

@@ -24,16 +24,18 @@ namespace tq4x
 namespace
 {
 
-constexpr std::size_t MostStages = 3;
+// Properties of older scenes may lack a parameter; the record then keeps what it has.
 
-int ReadInt(const XSI::ProjectItem& item, const char* name)
+int ReadInt(const XSI::ProjectItem& item, const char* name, int otherwise)
 {
-    return static_cast<LONG>(item.GetParameterValue(name));
+    const XSI::CValue value = item.GetParameterValue(name);
+    return value.IsEmpty() ? otherwise : static_cast<LONG>(value);
 }
 
-bool ReadBool(const XSI::ProjectItem& item, const char* name)
+bool ReadBool(const XSI::ProjectItem& item, const char* name, bool otherwise)
 {
-    return static_cast<bool>(item.GetParameterValue(name));
+    const XSI::CValue value = item.GetParameterValue(name);
+    return value.IsEmpty() ? otherwise : static_cast<bool>(value);
 }
 
 /// How a coordinate set is laid on at one frame.
@@ -96,16 +98,21 @@ const std::string& ExportMaterial::TargetName() const
 void ExportMaterial::ReadMaterialAttributes(const XSI::CRef& reference)
 {
     const XSI::Property property(reference);
-    Target->Rasterization.CullingMode =
-        static_cast<CullingMode>(std::clamp(ReadInt(property, "TQ4X_ForPennonMatAttrCullFace"), 0, 3));
-    Target->IsFragmentLightEnabled = ReadBool(property, "TQ4X_ForPennonMatAttrFragmentLighting");
-    Target->IsVertexLightEnabled = ReadBool(property, "TQ4X_ForPennonMatAttrVertexLighting");
-    const int blend = ReadInt(property, "TQ4X_ForPennonMatAttrBlendMode");
+    constexpr int lastCullingMode = static_cast<int>(CullingMode::Never);
+    Material& target = *Target;
+    const int culling = ReadInt(property, "TQ4X_ForPennonMatAttrCullFace",
+                                static_cast<int>(target.Rasterization.CullingMode));
+    target.Rasterization.CullingMode = static_cast<CullingMode>(std::clamp(culling, 0, lastCullingMode));
+    target.IsFragmentLightEnabled =
+        ReadBool(property, "TQ4X_ForPennonMatAttrFragmentLighting", target.IsFragmentLightEnabled);
+    target.IsVertexLightEnabled =
+        ReadBool(property, "TQ4X_ForPennonMatAttrVertexLighting", target.IsVertexLightEnabled);
+    const int blend = ReadInt(property, "TQ4X_ForPennonMatAttrBlendMode", -1);
     if (blend >= 0) {
-        Target->SetBlendPreset(static_cast<BlendPreset>(blend));
+        target.SetBlendPreset(static_cast<BlendPreset>(blend));
         IsAutoBlend = false;
     }
-    Target->IsCompressible = !ReadBool(property, "TQ4X_ForPennonMatAttrNoCompress");
+    target.IsCompressible = !ReadBool(property, "TQ4X_ForPennonMatAttrNoCompress", !target.IsCompressible);
 }
 
 void ExportMaterial::ReadProperties()
@@ -115,8 +122,8 @@ void ExportMaterial::ReadProperties()
     if (attributes.IsValid())
         ReadMaterialAttributes(attributes);
     const XSI::Property priority(properties.Find("TQ4X_ForPennonRenderPriorityProp"));
-    if (ReadBool(priority, "TQ4X_ForPennonRenderPrioUsePriority"))
-        Target->RenderPriority = ReadInt(priority, "TQ4X_ForPennonRenderPrioPriority");
+    if (ReadBool(priority, "TQ4X_ForPennonRenderPrioUsePriority", false))
+        Target->RenderPriority = ReadInt(priority, "TQ4X_ForPennonRenderPrioPriority", 0);
     const XSI::Property userData(properties.Find("TQ4X_ForPennonUserDataProp"));
     if (userData.IsValid())
         AppendUserData(userData, Target->UserData);
@@ -162,7 +169,7 @@ void ExportMaterial::AddMixColor(const XSI::CRef& reference)
     }
     constexpr std::array<const char*, 3> ports = {"base_color", "color1", "color2"};
     const XSI::Shader shader(reference);
-    const int size = std::clamp(ReadInt(shader, "mixersize"), 0, static_cast<int>(ports.size()));
+    const int size = std::clamp(ReadInt(shader, "mixersize", 0), 0, static_cast<int>(ports.size()));
     for (int i = 0; i < size; ++i) {
         const XSI::CRef source = SourceOf(shader.GetParameter(ports[static_cast<std::size_t>(i)]));
         if (source.IsA(XSI::siTextureID))
@@ -174,7 +181,7 @@ void ExportMaterial::AddMixColor(const XSI::CRef& reference)
 
 bool ExportMaterial::Finish()
 {
-    if (Stages.size() > MostStages) {
+    if (Stages.size() > MostTextureStages) {
         ReportMessage(MessageCode::TooManyTextures, Target->Name);
         return false;
     }

@@ -5,6 +5,8 @@
 #include "pipeline/ExportOptions.h"
 #include "pipeline/MessageLog.h"
 
+#include <xsi_imageclip2.h>
+
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -58,20 +60,13 @@ Pixels CopyPixels(const XSI::Image& picture)
     return pixels;
 }
 
-/// An error that matters only if textures are to be written.
-void PrintIfWritten(const std::string& text)
-{
-    if (CurrentOptions().OutputQtex)
-        PrintMessage(text, Severity::Error);
-}
-
 } // namespace
 
-ExportTexture::ExportTexture(ExportContext& context, const XSI::CRef& clip, const XSI::Image& picture,
+ExportTexture::ExportTexture(ExportContext& context, const XSI::CRef& clip, double time,
                              const XSI::CString& fileName)
     : ExportBase(context, clip),
       FileName(fileName),
-      m_picture(picture)
+      m_time(time)
 {}
 
 bool ExportTexture::Export()
@@ -91,15 +86,17 @@ void ExportTexture::Collect()
         return;
     Image.Clear();
     if (IsTga(FileName))
-        LoadTga();
+        TestTga();
     else
         TakePixels();
 }
 
-void ExportTexture::LoadTga()
+/// Loads the file for its messages alone. It is loaded again when it is written, so nothing is encoded or
+/// kept.
+void ExportTexture::TestTga()
 {
     const std::string path = FileName.GetAsciiString();
-    const LogResult result = Image.Load(path, TextureUsage::Color, true);
+    const LogResult result = TextureImage().Load(path, TextureUsage::Color, false);
     if (result.Status != 0)
         PrintIfWritten(result.Message + " (" + path + ").");
 }
@@ -107,40 +104,59 @@ void ExportTexture::LoadTga()
 void ExportTexture::TakePixels()
 {
     const std::string path = FileName.GetAsciiString();
-    if (m_picture.GetNumChannels() != 4)
+    const XSI::Image picture = XSI::ImageClip2(Object).GetImage(m_time);
+    if (picture.GetNumChannels() != 4)
         return PrintIfWritten("Only 4 channels per image supported (" + path + ").");
-    const LONG width = m_picture.GetResX();
-    const LONG height = m_picture.GetResY();
-    if (!IsLegalSide(width) || !IsLegalSide(height)) {
-        PrintMessage("Texture size is wrong: " + path + " (" + std::to_string(width) + " x " +
-                         std::to_string(height) + ")",
-                     Severity::Error);
-        return;
-    }
+    const LONG width = picture.GetResX();
+    const LONG height = picture.GetResY();
+    if (!IsLegalSide(width) || !IsLegalSide(height))
+        return PrintError("Texture size is wrong: " + path + " (" + std::to_string(width) + " x " +
+                          std::to_string(height) + ")");
     Image.Path = path;
+    CopyChannels(picture);
+}
+
+void ExportTexture::CopyChannels(const XSI::Image& picture)
+{
+    if (picture.GetPixelArray() == nullptr)
+        return;
     Pixels pixels;
-    switch (m_picture.GetChannelSize()) {
+    switch (picture.GetChannelSize()) {
     case 1:
-        pixels = CopyPixels<std::uint8_t>(m_picture);
+        pixels = CopyPixels<std::uint8_t>(picture);
         break;
     case 2:
-        pixels = CopyPixels<std::uint16_t>(m_picture);
+        pixels = CopyPixels<std::uint16_t>(picture);
         break;
     case 4:
-        return PrintIfWritten("Floating point image is not supported. (" + path + ").");
+        return PrintIfWritten("Floating point image is not supported. (" + Image.Path + ").");
     default:
         return;
     }
-    Image.SetPixels(pixels.Bytes, width, height, pixels.HasAlpha);
+    Image.SetPixels(pixels.Bytes, picture.GetResX(), picture.GetResY(), pixels.HasAlpha);
 }
 
-ExportTexture& FindOrCreateTexture(ExportContext& context, const XSI::CRef& clip, const XSI::Image& picture,
+/// Tells why the texture won't be written, so that nobody has to tell it again when textures are written.
+void ExportTexture::PrintError(const std::string& text)
+{
+    PrintMessage(text, Severity::Error);
+    Context.Content.Materials.Textures.ReportedPaths.insert(FileName.GetAsciiString());
+}
+
+/// An error that matters only if textures are to be written.
+void ExportTexture::PrintIfWritten(const std::string& text)
+{
+    if (CurrentOptions().OutputQtex)
+        PrintError(text);
+}
+
+ExportTexture& FindOrCreateTexture(ExportContext& context, const XSI::CRef& clip, double time,
                                    const XSI::CString& fileName)
 {
     const CollectorKey key{.ObjectID = clip.GetObjectID(), .FileName = fileName.GetAsciiString()};
     ExportBase* existing = context.Find(key);
     if (existing == nullptr)
-        existing = &context.Add(key, std::make_unique<ExportTexture>(context, clip, picture, fileName));
+        existing = &context.Add(key, std::make_unique<ExportTexture>(context, clip, time, fileName));
     return static_cast<ExportTexture&>(*existing);
 }
 

@@ -13,9 +13,9 @@ namespace tq4x
 class ExportTexture : public ExportBase
 {
 public:
-    /// `picture` is what the clip shows at the frame in question.
-    ExportTexture(ExportContext& context, const XSI::CRef& clip, const XSI::Image& picture,
-                  const XSI::CString& fileName);
+    /// The picture is what the clip shows at the frame `time`. It is asked for when pixels are wanted, since
+    /// the host may have to read a file for it.
+    ExportTexture(ExportContext& context, const XSI::CRef& clip, double time, const XSI::CString& fileName);
 
     CollectorKind GetKind() const override { return CollectorKind::Texture; }
 
@@ -28,18 +28,21 @@ public:
     TextureImage* ImageForModel();
 
     XSI::CString FileName;
-    TextureImage Image;
+    TextureImage Image; ///< pixels of the host; empty for a TGA file
 
 private:
     void Collect();
-    void LoadTga();
+    void TestTga();
     void TakePixels();
+    void CopyChannels(const XSI::Image& picture);
+    void PrintError(const std::string& text);
+    void PrintIfWritten(const std::string& text);
 
-    XSI::Image m_picture;
+    double m_time = 0.0;
 };
 
 /// The collector of a file under a clip; made if there is none yet.
-ExportTexture& FindOrCreateTexture(ExportContext& context, const XSI::CRef& clip, const XSI::Image& picture,
+ExportTexture& FindOrCreateTexture(ExportContext& context, const XSI::CRef& clip, double time,
                                    const XSI::CString& fileName);
 
 } // namespace tq4x

@@ -24,7 +24,6 @@ namespace
 {
 
 constexpr float LeastTranslucency = 0.0001f;
-constexpr std::size_t MostStages = 3;
 
 // First of the four curves of each colour.
 constexpr std::size_t EmissionCurves = 0;
@@ -221,25 +220,30 @@ struct Reader
             return;
         const XSI::Parameter port = Source.GetParameter("transparency");
         const bool isImage = FindTextureSource("transparency", port) == TextureSource::Image;
-        if (!isImage || !HasStageOf(XSI::Texture(SourceOf(port)).GetImageClip().GetFileName()))
+        if (!isImage || !HasStageOf(XSI::Texture(SourceOf(port)).GetImageClip()))
             TakeTexture("transparency");
     }
 
-    bool HasStageOf(const XSI::CString& fileName) const
+    /// A sequence has other file names than its clip, so the clip itself counts too.
+    bool HasStageOf(const XSI::ImageClip2& clip) const
     {
+        const XSI::CString fileName = clip.GetFileName();
         return std::any_of(Target.Stages.begin(), Target.Stages.end(), [&](const TextureStage& stage) {
-            return !stage.Frames.empty() && stage.Frames.begin()->second->FileName == fileName;
+            if (stage.Frames.empty())
+                return false;
+            const ExportTexture& first = *stage.Frames.begin()->second;
+            return first.FileName == fileName || first.Object == clip;
         });
     }
 
     void ReadLayers() const
     {
         for (const XSI::CRef& layer : Each(Source.GetTextureLayers())) {
+            if (Target.Stages.size() > MostTextureStages)
+                return;
             const XSI::CRef texture = SourceOf(XSI::TextureLayer(layer).GetParameter("color"));
             if (texture.IsA(XSI::siTextureID))
                 Target.AddTextureStage(texture, false);
-            if (Target.Stages.size() > MostStages)
-                return;
         }
     }
 };

@@ -94,7 +94,7 @@ bool ParseBounds(std::string_view text, SequencePattern& pattern)
 
 std::optional<SequencePattern> ParsePattern(const std::string& text)
 {
-    constexpr int mostDigits = 32;
+    constexpr int mostDigits = 255; // no file name is longer
     const std::size_t open = text.rfind('[');
     const std::size_t close = text.find(']');
     if (open == std::string::npos || close == std::string::npos || close < open)
@@ -111,7 +111,7 @@ std::optional<SequencePattern> ParsePattern(const std::string& text)
 
 std::string SequenceFileName(const SequencePattern& pattern, int number)
 {
-    std::array<char, 64> digits{};
+    std::array<char, 272> digits{};
     std::snprintf(digits.data(), digits.size(), "%0*d", pattern.Digits, number);
     return pattern.Prefix + digits.data() + pattern.Suffix;
 }
@@ -125,13 +125,12 @@ struct StageBuilder
 
     void AddFrame(int frame, const XSI::CString& fileName) const
     {
-        const XSI::Image picture = Clip.GetImage(static_cast<double>(frame));
-        Stage.Frames[static_cast<float>(frame)] = &FindOrCreateTexture(Context, Clip, picture, fileName);
+        Stage.Frames[static_cast<float>(frame)] = &FindOrCreateTexture(Context, Clip, frame, fileName);
     }
 
     void AddSingle(const XSI::CString& fileName) const
     {
-        Stage.Frames[0.0f] = &FindOrCreateTexture(Context, Clip, Clip.GetImage(), fileName);
+        Stage.Frames[0.0f] = &FindOrCreateTexture(Context, Clip, XSI::CurrentTime, fileName);
     }
 
     void AddSequence() const

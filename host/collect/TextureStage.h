@@ -3,6 +3,7 @@
 #include <xsi_ref.h>
 #include <xsi_string.h>
 
+#include <cstddef>
 #include <map>
 
 namespace tq4x
@@ -10,6 +11,9 @@ namespace tq4x
 
 struct ExportContext;
 class ExportTexture;
+
+/// The stages that a material may have, the normal map among them: as many as the console has texture units.
+inline constexpr std::size_t MostTextureStages = 3;
 
 /// One texture of a material: its pictures by frame and the coordinate set that it lies on.
 struct TextureStage

@@ -108,6 +108,40 @@ TEST(FinalizeShape, SetsWithoutACallbackMergeAllTheSame)
     EXPECT_EQ(NamesOf(mesh.Shapes[0]->PrimitiveSets[1].Palette), "c");
 }
 
+TEST(FinalizeMesh, SurvivesWhatTheCollectorWouldHaveGivenUp)
+{
+    const struct
+    {
+        const char* Name;
+        std::uint32_t Capacity;
+        std::int32_t BoneIndex; ///< of all bones but the first
+    } cases[] = {
+        {"polygons over the capacity", 2, 1},
+        {"no capacity at all", 0, 1},
+        {"bones outside the bone list", 20, -1},
+        {"both", 1, -1},
+    };
+
+    for (const auto& test : cases) {
+        Skeleton bones(8);
+        for (std::size_t i = 1; i < bones.Size(); ++i)
+            bones[i].BoneIndex = test.BoneIndex < 0 ? -1 : static_cast<std::int32_t>(i);
+        SkinWeightTable table;
+        for (Bone* bone : bones.All())
+            table.push_back({{bone, 50}, {&bones[0], 50}});
+        Mesh mesh = MakeSkinnedMesh(std::move(table), test.Capacity);
+        for (std::int32_t i = 0; i + 2 < 8; ++i)
+            AddVertices(mesh, 0, {i, i + 1, i + 2});
+        EXPECT_TRUE(FinalizeMesh(mesh)) << test.Name;
+        const SeparateDataShape& shape = *mesh.Shapes[0];
+        EXPECT_EQ(shape.Corners.size(), 18u) << test.Name;
+        for (const PrimitiveSet& set : shape.PrimitiveSets)
+            EXPECT_LE(set.BoneIndexTable.size(), test.Capacity) << test.Name;
+        for (const PolygonCorner& corner : shape.Corners)
+            EXPECT_GE(corner[S::BoneIndex], 0) << test.Name;
+    }
+}
+
 /// What a vertex is made of, its weights by bone and not by place in a table.
 std::string DescribeVertex(const SeparateDataShape& shape, const PrimitiveSet* set,
                            const PolygonCorner& corner)

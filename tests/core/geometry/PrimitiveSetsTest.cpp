@@ -347,7 +347,7 @@ TEST_P(RandomSets, MergeAndOrderAgreeWithTheRounds)
 
 TEST_P(RandomSets, MergeAgreesWhereManyPairsTie)
 {
-    MakePolygons(150, 40, 1 + static_cast<std::int32_t>(GetParam() % 4));
+    MakePolygons(90, 40, 1 + static_cast<std::int32_t>(GetParam() % 4));
     m_shape.BoneCapacity = 4 + GetParam() % 7; // no list is larger
     static_cast<void>(BuildPrimitiveSets(m_shape));
     SeparateDataShape literal = m_shape;

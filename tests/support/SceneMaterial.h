@@ -100,7 +100,7 @@ public:
         return *this;
     }
 
-    /// An image shader of this material that is not connected yet; and the clip of one.
+    /// An image shader of this material that is not connected to anything yet.
     XSI::Texture MakeTexture(std::string_view file, std::string_view coordinateSet)
     {
         const XSI::ImageClip2 clip = XSI::Host::CreateImageClip(file, file);

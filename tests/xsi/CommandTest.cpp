@@ -74,7 +74,9 @@ TEST_F(CommandTest, DeleteObj)
     EXPECT_EQ(Run(L"DeleteObj", {L"marked,nothing"}), CStatus::InvalidArgument);
     EXPECT_FALSE(CRef(marked).IsValid()) << "what is found is deleted";
     EXPECT_EQ(Run(L"DeleteObj", {L"Scene_Root"}), CStatus::AccessDenied);
+    EXPECT_EQ(Run(L"DeleteObj", {CRef(Application())}), CStatus::AccessDenied);
     EXPECT_TRUE(m_scene.Root().IsValid());
+    EXPECT_TRUE(Application().IsValid());
 }
 
 TEST_F(CommandTest, SelectObj)

@@ -107,13 +107,19 @@ CStatus SetValue(const CValueArray& arguments, CValue&)
     return parameter.IsValid() ? parameter.PutValue(arguments[1]) : CStatus::InvalidArgument;
 }
 
+/// The host's own objects and the frame of the scene stay.
+bool CanDelete(const CRef& object)
+{
+    const Session& session = Session::Current();
+    const ObjectId id = object.GetObjectID();
+    return object.IsA(siProjectItemID) && id != session.Root && id != session.Scene && id != session.Project;
+}
+
 CStatus DeleteObj(const CValueArray& arguments, CValue&)
 {
     const FoundObjects found = FindObjects(arguments[0]);
-    const Session& session = Session::Current();
     for (const CRef& object : found.Refs) {
-        const ObjectId id = object.GetObjectID();
-        if (id == session.Root || id == session.Scene || id == session.Project) {
+        if (!CanDelete(object)) {
             return CStatus::AccessDenied;
         }
     }

@@ -31,6 +31,15 @@ void AddPort(const CRef& shader, const ShaderPort& port)
     }
 }
 
+void AddPorts(const CRef& shader, const KnownShader& known)
+{
+    for (const auto& group : known.PortGroups) {
+        for (const ShaderPort& port : group) {
+            AddPort(shader, port);
+        }
+    }
+}
+
 } // namespace
 
 MaterialLibrary CreateMaterialLibrary(std::string_view name)
@@ -73,8 +82,8 @@ Shader CreateShader(const CRef& owner, std::string_view progId, std::string_view
     if (item->ClassId != siLightID) {
         item->Nested.push_back(shader.Id);
     }
-    for (const ShaderPort& port : known != nullptr ? known->Ports : std::span<const ShaderPort>()) {
-        AddPort(RefOf(shader), port);
+    if (known != nullptr) {
+        AddPorts(RefOf(shader), *known);
     }
     AddColorParameter(RefOf(shader), "out", 0.0, 0.0, 0.0);
     return RefOf(shader);

@@ -34,7 +34,7 @@ void SetColor(const Parameter& color, double red, double green, double blue, dou
 void SetCurve(const Parameter& parameter, Curve curve);
 
 /// Lets a function of the frame drive a parameter: as a curve, or as an expression. It must depend on nothing
-/// but the frame; if it does, call Objects().TouchTransforms() after a change.
+/// but the frame; if it depends on more, call Objects().TouchTransforms() after a change.
 void SetCurveFunction(const Parameter& parameter, std::function<double(double frame)> evaluate);
 void SetExpression(const Parameter& parameter, std::function<double(double frame)> evaluate);
 

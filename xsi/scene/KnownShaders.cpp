@@ -10,55 +10,38 @@ using enum ShaderPort::Kind;
 
 constexpr ShaderPort ConstantPorts[] = {
     {"color", Color, 0.7},
-    {"refract_inuse", Flag, 1.0},
-    {"transparency", Color, 0.0, 0.0},
-    {"usealphatrans", Flag, 0.0},
-    {"inverttrans", Flag, 0.0},
-    {"incand_inuse", Flag, 1.0},
-    {"incandescence", Color, 0.0, 0.0},
-    {"inc_inten", Number, 1.0},
 };
 
-constexpr ShaderPort LambertPorts[] = {
-    {"diffuse_inuse", Flag, 1.0}, {"ambient", Color, 0.3},           {"diffuse", Color, 0.7},
-    {"refract_inuse", Flag, 1.0}, {"transparency", Color, 0.0, 0.0}, {"usealphatrans", Flag, 0.0},
-    {"inverttrans", Flag, 0.0},   {"incand_inuse", Flag, 1.0},       {"incandescence", Color, 0.0, 0.0},
-    {"inc_inten", Number, 1.0},
+constexpr ShaderPort DiffusePorts[] = {
+    {"diffuse_inuse", Flag, 1.0},
+    {"ambient", Color, 0.3},
+    {"diffuse", Color, 0.7},
 };
 
 constexpr ShaderPort PhongPorts[] = {
-    {"diffuse_inuse", Flag, 1.0},  {"ambient", Color, 0.3},           {"diffuse", Color, 0.7},
-    {"specular_inuse", Flag, 1.0}, {"specular", Color, 1.0},          {"shiny", Number, 50.0},
-    {"refract_inuse", Flag, 1.0},  {"transparency", Color, 0.0, 0.0}, {"usealphatrans", Flag, 0.0},
-    {"inverttrans", Flag, 0.0},    {"incand_inuse", Flag, 1.0},       {"incandescence", Color, 0.0, 0.0},
-    {"inc_inten", Number, 1.0},
+    {"specular_inuse", Flag, 1.0},
+    {"specular", Color, 1.0},
+    {"shiny", Number, 50.0},
 };
 
 constexpr ShaderPort BlinnPorts[] = {
-    {"diffuse_inuse", Flag, 1.0},
-    {"ambient", Color, 0.3},
-    {"diffuse", Color, 0.7},
     {"specular_inuse", Flag, 1.0},
     {"specular", Color, 1.0},
-    {"refract_inuse", Flag, 1.0},
-    {"transparency", Color, 0.0, 0.0},
-    {"usealphatrans", Flag, 0.0},
-    {"inverttrans", Flag, 0.0},
-    {"incand_inuse", Flag, 1.0},
-    {"incandescence", Color, 0.0, 0.0},
-    {"inc_inten", Number, 1.0},
 };
 
 constexpr ShaderPort WardPorts[] = {
-    {"diffuse_inuse", Flag, 1.0},
-    {"ambient", Color, 0.3},
-    {"diffuse", Color, 0.7},
     {"specular_inuse", Flag, 1.0},
     {"glossy", Color, 1.0},
+};
+
+constexpr ShaderPort TransparencyPorts[] = {
     {"refract_inuse", Flag, 1.0},
     {"transparency", Color, 0.0, 0.0},
     {"usealphatrans", Flag, 0.0},
     {"inverttrans", Flag, 0.0},
+};
+
+constexpr ShaderPort IncandescencePorts[] = {
     {"incand_inuse", Flag, 1.0},
     {"incandescence", Color, 0.0, 0.0},
     {"inc_inten", Number, 1.0},
@@ -99,18 +82,22 @@ constexpr ShaderPort LightPorts[] = {
 };
 
 constexpr KnownShader Shaders[] = {
-    {"Softimage.material-constant.1.0", false, ConstantPorts},
-    {"Softimage.material-lambert.1.0", false, LambertPorts},
-    {"Softimage.material-phong.1.0", false, PhongPorts},
-    {"Softimage.material-blinn.1.0", false, BlinnPorts},
-    {"Softimage.material-ward.1.0", false, WardPorts},
-    {"Softimage.txt2d-image-explicit.1.0", true, ImagePorts},
-    {"Softimage.sib_color_2mix.1.0", false, TwoMixPorts},
-    {"Softimage.sib_color_8mix.1.0", false, EightMixPorts},
-    {"Softimage.sib_vertex_color_alpha.1.0", false, VertexColorPorts},
-    {"Softimage.normal.1.0", false, NormalPorts},
-    {"Softimage.normalmap.1.0", false, NormalMapPorts},
-    {"Softimage.soft_light.1.0", false, LightPorts},
+    {"Softimage.material-constant.1.0", false, {ConstantPorts, TransparencyPorts, IncandescencePorts}},
+    {"Softimage.material-lambert.1.0", false, {DiffusePorts, TransparencyPorts, IncandescencePorts}},
+    {"Softimage.material-phong.1.0",
+     false,
+     {DiffusePorts, PhongPorts, TransparencyPorts, IncandescencePorts}},
+    {"Softimage.material-blinn.1.0",
+     false,
+     {DiffusePorts, BlinnPorts, TransparencyPorts, IncandescencePorts}},
+    {"Softimage.material-ward.1.0", false, {DiffusePorts, WardPorts, TransparencyPorts, IncandescencePorts}},
+    {"Softimage.txt2d-image-explicit.1.0", true, {ImagePorts}},
+    {"Softimage.sib_color_2mix.1.0", false, {TwoMixPorts}},
+    {"Softimage.sib_color_8mix.1.0", false, {EightMixPorts}},
+    {"Softimage.sib_vertex_color_alpha.1.0", false, {VertexColorPorts}},
+    {"Softimage.normal.1.0", false, {NormalPorts}},
+    {"Softimage.normalmap.1.0", false, {NormalMapPorts}},
+    {"Softimage.soft_light.1.0", false, {LightPorts}},
 };
 
 } // namespace

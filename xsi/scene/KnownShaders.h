@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <span>
 #include <string_view>
 
@@ -30,7 +31,8 @@ struct KnownShader
 {
     std::string_view ProgId;
     bool IsTexture = false;
-    std::span<const ShaderPort> Ports;
+    std::array<std::span<const ShaderPort>, 4>
+        PortGroups; ///< In the order of the ports; the last ones may be empty.
 };
 
 /// The kind of this ProgID; null if it is not known.

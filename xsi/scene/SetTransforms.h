@@ -19,8 +19,8 @@ MATH::CTransformation MakeTransform(const MATH::CVector3& translation,
 /// Places an object relative to its parent, at every frame.
 void SetLocalTransform(const CRef& object, const MATH::CTransformation& transform);
 
-/// Lets a function of the frame place it. The function must depend on nothing but the frame; if it does, call
-/// Objects().TouchTransforms() after a change.
+/// Lets a function of the frame place it. The function must depend on nothing but the frame; if it depends on
+/// more, call Objects().TouchTransforms() after a change.
 void SetLocalTransformSource(const CRef& object, std::function<MATH::CTransformation(double frame)> evaluate);
 
 /// The same by curves of the components; rotations are degrees about X, then Y, then Z. A curve without keys

@@ -28,6 +28,7 @@ namespace XSI
 inline constexpr double CurrentTime = std::numeric_limits<double>::max();
 
 /// Classes of host objects, for CRef::GetClassID and IsA. A class answers IsA for itself and its bases.
+/// Plug-ins may know the numbers of models and of the two elements that a skeleton is made of.
 enum siClassID
 {
     siUnknownClassID = 0,

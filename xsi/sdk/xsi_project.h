@@ -6,8 +6,7 @@
 namespace XSI
 {
 
-/// The project. Its property `Play Control` has the frame window: `GlobalIn`, `GlobalOut`, `In`, `Out`,
-/// `Current`.
+/// The project. Its property `Play Control` has the frame window: `GlobalIn`, `GlobalOut`, `In`, `Out`.
 class Project : public SceneItem
 {
 public:

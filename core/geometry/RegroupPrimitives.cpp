@@ -50,34 +50,51 @@ std::vector<PolygonGroup> GroupPolygons(const std::vector<Polygon>& polygons)
     return groups;
 }
 
-/// Moves the corners of the shape into a new list, primitive by primitive.
+/// Brings the corners of the shape into the order of the primitives. As long as they stand in it already,
+/// which is the rule for a shape of one set, none is moved.
 class CornerMover
 {
 public:
-    explicit CornerMover(SeparateDataShape& shape) : m_shape(shape)
-    {
-        m_corners.reserve(shape.Corners.size());
-    }
+    explicit CornerMover(SeparateDataShape& shape) : m_shape(shape) {}
 
     Polygon MakePrimitive(const PolygonGroup& group)
     {
-        Polygon primitive{group.Mode, 0, static_cast<std::int64_t>(m_corners.size())};
+        Polygon primitive{group.Mode, 0, m_count};
         for (const Polygon& polygon : group.Members)
-            AppendCorners(primitive, CornersOf(std::as_const(m_shape), polygon));
+            AppendCorners(primitive, polygon);
         return primitive;
     }
 
-    void Finish() { m_shape.Corners = std::move(m_corners); }
+    void Finish()
+    {
+        if (m_isMoving)
+            m_shape.Corners = std::move(m_corners);
+    }
 
 private:
-    void AppendCorners(Polygon& primitive, std::span<const PolygonCorner> corners)
+    void AppendCorners(Polygon& primitive, const Polygon& polygon)
     {
-        m_corners.insert(m_corners.end(), corners.begin(), corners.end());
-        primitive.CornerCount += static_cast<std::int32_t>(corners.size());
+        if (!m_isMoving && polygon.FirstCorner != m_count)
+            StartMoving();
+        if (m_isMoving) {
+            const std::span<const PolygonCorner> corners = CornersOf(std::as_const(m_shape), polygon);
+            m_corners.insert(m_corners.end(), corners.begin(), corners.end());
+        }
+        primitive.CornerCount += polygon.CornerCount;
+        m_count += polygon.CornerCount;
+    }
+
+    void StartMoving()
+    {
+        m_isMoving = true;
+        m_corners.reserve(m_shape.Corners.size());
+        m_corners.assign(m_shape.Corners.begin(), m_shape.Corners.begin() + m_count);
     }
 
     SeparateDataShape& m_shape;
-    std::vector<PolygonCorner> m_corners;
+    std::vector<PolygonCorner> m_corners; ///< empty while nothing moves
+    std::int64_t m_count = 0;             ///< corners that stand in their final place
+    bool m_isMoving = false;
 };
 
 } // namespace

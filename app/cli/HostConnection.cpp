@@ -1,0 +1,120 @@
+#include "cli/HostConnection.h"
+
+#include "cli/SetVariable.h"
+#include "cli/Terminal.h"
+#include "scene/Session.h"
+
+namespace tq4x::cli
+{
+namespace
+{
+
+namespace Host = XSI::Host;
+
+Severity SeverityOf(XSI::siSeverityType severity)
+{
+    switch (severity) {
+    case XSI::siErrorMsg:
+        return Severity::Error;
+    case XSI::siWarningMsg:
+        return Severity::Warning;
+    case XSI::siInfoMsg:
+    case XSI::siVerboseMsg:
+        return Severity::Information;
+    }
+    return Severity::Information;
+}
+
+Severity SeverityOf(gltf::NoteSeverity severity)
+{
+    switch (severity) {
+    case gltf::NoteSeverity::Error:
+        return Severity::Error;
+    case gltf::NoteSeverity::Warning:
+        return Severity::Warning;
+    case gltf::NoteSeverity::Information:
+        return Severity::Information;
+    }
+    return Severity::Information;
+}
+
+/// A box without a choice is a result; a question is asked where somebody can answer.
+LONG AnswerBox(const Host::MessageBox& box, Console& console, bool& isRefused)
+{
+    if (box.Buttons == XSI::siMsgOkOnly) {
+        console.Result(box.Title + ": " + MakePrintable(box.Text));
+        return XSI::siMsgOk;
+    }
+    if (!console.CanAsk()) {
+        console.Error(box.Text + " Nobody can be asked, so the answer is no; --overwrite answers yes.");
+        isRefused = true;
+    }
+    const bool isYes = console.Ask(box.Text);
+    if (box.Buttons == XSI::siMsgOkCancel) {
+        return isYes ? XSI::siMsgOk : XSI::siMsgCancel;
+    }
+    return isYes ? XSI::siMsgYes : XSI::siMsgNo;
+}
+
+double FractionOf(const Host::ProgressState& state)
+{
+    const LONG range = state.Maximum - state.Minimum;
+    return range > 0 ? static_cast<double>(state.Value - state.Minimum) / static_cast<double>(range) : 0.0;
+}
+
+XSI::CStatus OpenInHost(const std::string& path, const gltf::SceneOptions& options, Console& console)
+{
+    const gltf::OpenedScene scene = gltf::OpenScene(path, options);
+    TellRemarks(scene.Remarks, console);
+    if (scene.Status != gltf::SceneStatus::Open) {
+        console.Tell(Severity::Error, path, scene.Error);
+        return XSI::CStatus::Fail;
+    }
+    return XSI::CStatus::OK;
+}
+
+} // namespace
+
+void TellRemarks(const gltf::Notes& remarks, Console& console)
+{
+    for (const gltf::Note& note : remarks) {
+        console.Tell(SeverityOf(note.Severity), note.Object, note.Text);
+    }
+}
+
+HostConnection::HostConnection(Console& console, const gltf::SceneOptions& options)
+{
+    Host::Slots& slots = Host::Session::Current().Fill;
+    slots.Log = [&console](const Host::LogEntry& entry) {
+        CheckInterrupt();
+        console.Tell(SeverityOf(entry.Severity), "", entry.Text);
+    };
+    slots.AnswerMessageBox = [&console, this](const Host::MessageBox& box) {
+        return AnswerBox(box, console, m_isRefused);
+    };
+    slots.Progress = [&console](const Host::ProgressState& state) {
+        CheckInterrupt();
+        if (state.IsVisible) {
+            console.Progress(FractionOf(state), state.StatusText);
+        }
+        return false;
+    };
+    slots.OpenScene = [&console, options](const std::string& path) {
+        return OpenInHost(path, options, console);
+    };
+}
+
+HostConnection::~HostConnection()
+{
+    Host::Session::Current().Fill = {};
+}
+
+void ProvideTemporaryFolder()
+{
+    std::error_code error;
+    if (ReadVariable("TEMP").empty()) {
+        SetVariable("TEMP", std::filesystem::temp_directory_path(error).string());
+    }
+}
+
+} // namespace tq4x::cli

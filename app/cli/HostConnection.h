@@ -1,0 +1,34 @@
+#pragma once
+
+#include "cli/Console.h"
+#include "gltf/OpenScene.h"
+
+namespace tq4x::cli
+{
+
+/// Connects the host with the console for as long as it lives: the host's log and progress are shown, its
+/// questions asked, and scenes that it wants opened are opened as glTF. The console must outlive it. Ctrl-C
+/// ends callbacks with `InterruptedByUser`.
+class HostConnection
+{
+public:
+    HostConnection(Console& console, const gltf::SceneOptions& options);
+    HostConnection(const HostConnection&) = delete;
+    HostConnection& operator=(const HostConnection&) = delete;
+    ~HostConnection();
+
+    /// Whether a question was answered no because nobody could be asked.
+    [[nodiscard]] bool IsRefused() const { return m_isRefused; }
+
+private:
+    bool m_isRefused = false;
+};
+
+/// Tells what was left out when a scene was opened.
+void TellRemarks(const gltf::Notes& remarks, Console& console);
+
+/// Puts a folder for temporary files into the variable TEMP, where the plug-in looks for it, unless it is
+/// set.
+void ProvideTemporaryFolder();
+
+} // namespace tq4x::cli

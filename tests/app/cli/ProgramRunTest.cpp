@@ -1,0 +1,437 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+
+#include "Program.h"
+#include "cli/OutputFolder.h"
+#include "cli/PluginFile.h"
+#include "cli/ToolFolder.h"
+#include "gltf/NearestWord.h"
+
+namespace tq4x::cli::test
+{
+namespace
+{
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+const char* const SeeHelp = " \"tq4x help\" tells what there is.\n";
+
+TEST(NearestWordTest, FindsTheNearestWithinReason)
+{
+    constexpr std::string_view words[] = {"export", "info", "commands"};
+
+    const struct
+    {
+        std::string Text;
+        std::string_view Nearest;
+    } cases[] = {{"exprot", "export"},           {"EXPORT", "export"}, {"inf", "info"},
+                 {"comand", "commands"},         {"zzz", ""},          {"", ""},
+                 {std::string(100'000, 'e'), ""}};
+
+    for (const auto& entry : cases) {
+        EXPECT_EQ(FindNearestWord(entry.Text, words), entry.Nearest) << entry.Text.substr(0, 10);
+    }
+}
+
+TEST(ProgramUsageTest, HelpAndVersion)
+{
+    EXPECT_EQ(RunInside({"--version"}).Out, "tq4x 0.5.3\n");
+    const Outcome help = RunInside({"help"});
+    EXPECT_EQ(help.Code, Done);
+    for (const Command* const command : CommandTable()) {
+        EXPECT_THAT(help.Out, HasSubstr("\n  " + std::string(command->Name)));
+        const Outcome one = RunInside({"help", std::string(command->Name)});
+        EXPECT_EQ(one.Code, Done);
+        EXPECT_THAT(one.Out, StartsWith("usage: tq4x " + std::string(command->Name)));
+        for (const OptionSpec& option : command->Options) {
+            EXPECT_THAT(one.Out, HasSubstr(std::string(option.Name)));
+        }
+        EXPECT_EQ(RunInside({std::string(command->Name), "--help"}).Out, one.Out);
+    }
+    EXPECT_EQ(RunInside({"--help"}).Out, help.Out);
+    EXPECT_EQ(RunInside({"-h"}).Out, help.Out);
+}
+
+TEST(ProgramUsageTest, WrongUsageIsToldWithWhatIsNear)
+{
+    const struct
+    {
+        std::vector<std::string> Words;
+        std::string Error;
+    } cases[] = {
+        {{}, "error: A command is missing."},
+        {{"exprot"}, "error: There is no command \"exprot\"; did you mean \"export\"?"},
+        {{"xyzzyxyzzy"}, "error: There is no command \"xyzzyxyzzy\"."},
+        {{"export"}, "error: The command \"export\" needs SCENE."},
+        {{"export", "a", "b"}, "error: The command \"export\" does not take \"b\"."},
+        {{"export", "a", "--nmae", "x"}, "error: The option --nmae is unknown; did you mean --name?"},
+        {{"info"}, "error: The command \"info\" needs FILE...."},
+    };
+
+    for (const auto& entry : cases) {
+        const Outcome outcome = RunInside(entry.Words);
+        EXPECT_EQ(outcome.Code, WrongUsage) << entry.Error;
+        EXPECT_EQ(outcome.Err, entry.Error + SeeHelp);
+        EXPECT_EQ(outcome.Out, "");
+    }
+    EXPECT_EQ(RunInside({"help", "nothing"}).Code, WrongUsage);
+}
+
+TEST_F(ProgramTest, ExportsThroughThePlugin)
+{
+    const Outcome outcome = Export({"--set", "Magnify:2", "--set", "OutputQskla:true"});
+    EXPECT_EQ(outcome.Code, Done);
+    EXPECT_EQ(outcome.Out,
+              Path("out/scene.qmdl") + "  51 bytes\n" + Path("out/Textures/a.qtex") + "  7 bytes\n");
+    EXPECT_EQ(outcome.Err,
+              "warning: The first warning.\n2 warnings:\n  warning: The first warning. (2 times)\n");
+    EXPECT_EQ(Read("out/scene.qmdl"), "OptimizePrimitive:false\nMagnify:2\nOutputQskla:true\n");
+}
+
+TEST_F(ProgramTest, QuietAndVerbose)
+{
+    const Outcome quiet = Export({"-q"});
+    EXPECT_EQ(quiet.Out, "");
+    EXPECT_EQ(quiet.Err, "");
+    EXPECT_THAT(Export({"-v"}).Err, HasSubstr("note: Some information.\n"));
+}
+
+TEST_F(ProgramTest, WithAToolInstallationNothingIsSwitchedOff)
+{
+    setenv("TQ4X_FORPENNON_ROOT", Folder.Path().c_str(), 1);
+    EXPECT_EQ(Export({}).Code, Done);
+    EXPECT_EQ(Read("out/scene.qmdl"), "");
+    EXPECT_FALSE(std::filesystem::exists(Folder / "data"));
+    unsetenv("TQ4X_FORPENNON_ROOT");
+}
+
+TEST_F(ProgramTest, SettingsFilesGoToTheirOwnCommand)
+{
+    Write("a.q3es", "# TQ4X_ForPennonExport settings\n");
+    EXPECT_EQ(Export({"-s", Path("a.q3es")}).Code, Done);
+    EXPECT_EQ(Read("out/scene.qmdl"), "settings " + Path("a.q3es") + "\n");
+    const Outcome missing = Export({"-s", Path("b.q3es")});
+    EXPECT_EQ(missing.Code, BadInput);
+    EXPECT_EQ(missing.Err, "error: The file " + Path("b.q3es") + " does not exist.\n");
+}
+
+TEST_F(ProgramTest, SelectsObjects)
+{
+    EXPECT_EQ(Export({"--select", "left", "--select", "right/hand"}).Code, Done);
+    EXPECT_EQ(Read("out/scene.qmdl"),
+              "OptimizePrimitive:false\nExportTarget:Selection\nselected left\nselected hand\n");
+
+    const struct
+    {
+        const char* Name;
+        const char* Error;
+    } cases[] = {
+        {"lefft", "error: The scene has no object \"lefft\"; did you mean \"left\"?\n"},
+        {"Scene_Root", "error: The scene has no object \"Scene_Root\".\n"},
+        {"hand", "error: The scene has 2 objects \"hand\"; name one by its path, like \"body/left/hand\".\n"},
+        {"arm/hand", "error: The scene has no object \"arm/hand\".\n"},
+    };
+
+    for (const auto& entry : cases) {
+        const Outcome outcome = Export({"--select", entry.Name});
+        EXPECT_EQ(outcome.Code, WrongUsage);
+        EXPECT_THAT(outcome.Err, StartsWith(entry.Error));
+    }
+}
+
+TEST_F(ProgramTest, ExitCodesTellWhatFailed)
+{
+    Write("broken.gltf", "{");
+    Write("file", "");
+    const std::string plugin = TQ4X_TINY_PLUGIN;
+
+    const struct
+    {
+        const char* Name;
+        Outcome Result;
+        int Code;
+        std::string Error;
+    } cases[] = {
+        {"failing export", Export({"-n", "fails"}), Failed, "error: It failed.\n"},
+        {"error message of a success", Export({"-n", "errs"}), Failed,
+         "error: An error that stops nothing.\n"},
+        {"file that can't be opened", Export({"-n", "unwritable"}), BadOutput,
+         "error: Can't open file(" + Path("out") + ")\n"},
+        {"missing scene", RunInside({"export", Path("none.glb"), "--plugin", plugin}), BadInput,
+         "error: " + Path("none.glb") + ": The file " + Path("none.glb") + " does not exist.\n"},
+        {"broken scene", RunInside({"export", Path("broken.gltf"), "--plugin", plugin}), BadInput,
+         "error: " + Path("broken.gltf") + ": The JSON is malformed at line 1, column 2.\n"},
+        {"missing clip", Export({"--clip", "x"}), WrongUsage,
+         "error: " + Path("scene.gltf") + ": The scene has no animation \"x\"; it has none.\n"},
+        {"folder below a file",
+         RunInside({"export", Path("scene.gltf"), "--plugin", plugin, "-o", Path("file/x")}), BadOutput,
+         "error: " + Path("file") + " is not a folder.\n"},
+        {"missing plug-in", RunInside({"export", Path("scene.gltf"), "--plugin", Path("no.so")}), NoPlugin,
+         "error: The plug-in can't be loaded: " + Path("no.so") +
+             ": cannot open shared object file: No such file or directory.\n"},
+        {"bad value", Export({"--set", "Magnify:x"}), WrongUsage, "error: "},
+        {"report that can't be written", Export({"--report", Path("none/r.json")}), BadOutput,
+         "error: The file " + Path("none/r.json") + " can't be written.\n"},
+        {"dependency file that can't be written", Export({"--depfile", Path("none/d")}), BadOutput,
+         "error: The file " + Path("none/d") + " can't be written.\n"},
+    };
+
+    for (const auto& entry : cases) {
+        EXPECT_EQ(entry.Result.Code, entry.Code) << entry.Name;
+        EXPECT_THAT(entry.Result.Err, HasSubstr(entry.Error)) << entry.Name;
+    }
+}
+
+TEST_F(ProgramTest, QuestionsWithoutATerminalAreAnsweredNo)
+{
+    const Outcome outcome = Export({"-n", "asks"});
+    EXPECT_EQ(outcome.Code, Failed);
+    EXPECT_THAT(outcome.Err,
+                StartsWith("error: It exists. Overwrite? Nobody can be asked, so the answer is no; "
+                           "--overwrite answers yes.\n"));
+}
+
+TEST_F(ProgramTest, QuestionsOnATerminalAreAsked)
+{
+    const Outcome no = Export({"-n", "asks"}, "n\n", true);
+    EXPECT_EQ(no.Code, Done);
+    EXPECT_THAT(no.Err, HasSubstr("It exists. Overwrite? [y/N] "));
+    EXPECT_EQ(Export({"-n", "asks"}, "y\n", true).Code, Failed) << "the plug-in of this test fails on yes";
+}
+
+TEST_F(ProgramTest, PicturesOfWrongSizesCallForFitting)
+{
+    const std::string hint = "note: --fit-textures brings pictures to a size that textures can have.\n";
+    EXPECT_THAT(Export({"-n", "size"}).Err, HasSubstr(hint));
+    EXPECT_THAT(Export({"-n", "size", "--fit-textures"}).Err, testing::Not(HasSubstr(hint)));
+    EXPECT_THAT(Export({"-n", "size", "-q"}).Err, testing::Not(HasSubstr(hint)));
+}
+
+TEST_F(ProgramTest, ProgressIsShownOnATerminal)
+{
+    EXPECT_THAT(Export({}, "", true).Err, HasSubstr("[###############               ] 50% Working"));
+    EXPECT_THAT(Export({}).Err, testing::Not(HasSubstr("Working")));
+}
+
+TEST_F(ProgramTest, WarnsAboutMarkupInNames)
+{
+    std::filesystem::copy_file(Folder / "scene.gltf", Folder / "a&b.gltf");
+    const Outcome outcome = RunInside({"export", Path("a&b.gltf"), "--plugin", TQ4X_TINY_PLUGIN, "-o",
+                                       Path("out"), "-n", "plain", "--author", "x\"y"});
+    EXPECT_EQ(outcome.Code, Done);
+    EXPECT_THAT(outcome.Err,
+                StartsWith("warning: a&b.gltf: The name holds &, which the exported files take as it "
+                           "stands; readers will refuse them.\n"
+                           "warning: x\"y: The name holds \", which the exported files take as it "
+                           "stands; readers will refuse them.\n"));
+    EXPECT_STREQ(getenv("TQ4X_AUTHOR"), "x\"y");
+    unsetenv("TQ4X_AUTHOR");
+}
+
+TEST_F(ProgramTest, WritesReportAndDependencies)
+{
+    EXPECT_EQ(Export({"--report", Path("r.json"), "--depfile", Path("d")}).Code, Done);
+    EXPECT_THAT(Read("r.json"), HasSubstr("\"count\": 2"));
+    EXPECT_EQ(Read("d"), Path("out/scene.qmdl") + " " + Path("out/Textures/a.qtex") + ": \\\n  " +
+                             Path("scene.gltf") + "\n");
+    EXPECT_EQ(Export({"-n", "fails", "--report", Path("f.json")}).Code, Failed);
+    EXPECT_THAT(Read("f.json"), HasSubstr("\"exitCode\": 1"));
+}
+
+TEST_F(ProgramTest, ListsWhatThePluginRegistered)
+{
+    const Outcome outcome = RunInside({"commands", "--plugin", TQ4X_TINY_PLUGIN});
+    EXPECT_EQ(outcome.Code, Done);
+    EXPECT_EQ(outcome.Out, "commands\n"
+                           "  TQ4X_ForPennonExport sceneName outputFolder arguments\n"
+                           "  TQ4X_ForPennonExportSettingFile q3esFileName sceneName outputFolder\n"
+                           "  TinyOpen file\n"
+                           "  TinyVersion\n"
+                           "properties\n"
+                           "  TinyProp\n"
+                           "menu TinyMenu\n");
+    EXPECT_EQ(RunInside({"commands", "--plugin", Path("no.so")}).Code, NoPlugin);
+}
+
+TEST_F(ProgramTest, RunsAnyCommand)
+{
+    const auto run = [](std::vector<std::string> words) {
+        words.insert(words.begin(), {"run", "--plugin", TQ4X_TINY_PLUGIN});
+        return RunInside(words);
+    };
+    EXPECT_EQ(run({"TinyVersion"}).Out, "Version: Tiny 1.0\n");
+    EXPECT_EQ(run({"TQ4X_ForPennonExport", "name", Path("out"), "Magnify:1", "Other:2"}).Code, Done);
+    EXPECT_EQ(Read("out/name.qmdl"), "Magnify:1\nOther:2\n");
+    EXPECT_EQ(run({"--scene", Path("scene.gltf"), "TinyOpen", Path("scene.gltf")}).Code, Done);
+    const Outcome missing = run({"TinyOpen", Path("none.gltf")});
+    EXPECT_EQ(missing.Code, Failed);
+    EXPECT_THAT(missing.Err, StartsWith("error: " + Path("none.gltf") + ": The file "));
+    const Outcome unknown = run({"TinyVersoin"});
+    EXPECT_EQ(unknown.Code, WrongUsage);
+    EXPECT_EQ(
+        unknown.Err,
+        "error: The plug-in has no command \"TinyVersoin\"; did you mean \"TinyVersion\"?\n"
+        "1 error:\n  error: The plug-in has no command \"TinyVersoin\"; did you mean \"TinyVersion\"?\n");
+    EXPECT_EQ(run({"--scene", Path("none.gltf"), "TinyVersion"}).Code, BadInput);
+    EXPECT_EQ(run({"SelectObj"}).Code, WrongUsage) << "a command of the host is none of the plug-in";
+}
+
+TEST_F(ProgramTest, InfoTellsWhatIsInAScene)
+{
+    const Outcome outcome = RunInside({"info", Path("scene.gltf")});
+    EXPECT_EQ(outcome.Code, Done);
+    EXPECT_EQ(outcome.Out, Path("scene.gltf") + "\n"
+                                                "  nodes       5, 3 levels\n"
+                                                "  meshes      0, 0 triangles, 0 vertices\n"
+                                                "  skins       0\n"
+                                                "  materials   0\n"
+                                                "  pictures    0\n"
+                                                "  cameras     0\n"
+                                                "  lights      0\n"
+                                                "  clips       0\n");
+    Write("broken.gltf", "{");
+    const Outcome broken = RunInside({"info", Path("broken.gltf"), Path("scene.gltf")});
+    EXPECT_EQ(broken.Code, BadInput);
+    EXPECT_EQ(broken.Out, outcome.Out);
+    EXPECT_EQ(broken.Err, "error: " + Path("broken.gltf") + ": The JSON is malformed at line 1, column 2.\n");
+}
+
+TEST_F(ProgramTest, InfoListsClipsAndWhatIsLeftOut)
+{
+    Write("clip.gltf", R"({"asset":{"version":"2.0","generator":"me"},"extensionsUsed":["X_y"],"nodes":[{}],
+        "buffers":[{"byteLength":8,"uri":"data:;base64,AAAAAAAAwD8="}],"bufferViews":[{"buffer":0,"byteLength":8}],
+        "accessors":[{"bufferView":0,"componentType":5126,"count":2,"type":"SCALAR"},
+        {"componentType":5126,"count":2,"type":"VEC3"}],"animations":[{"name":"walk","samplers":[
+        {"input":0,"output":1}],"channels":[{"sampler":0,"target":{"node":0,"path":"scale"}}]}]})");
+    const Outcome outcome = RunInside({"info", Path("clip.gltf")});
+    EXPECT_THAT(outcome.Out, HasSubstr("  made by     me\n"));
+    EXPECT_THAT(outcome.Out,
+                EndsWith("  clips       1\n"
+                         "    walk  1.5 s, 1 channels\n"
+                         "  extension   X_y\n"
+                         "  left out    X_y: The extension X_y is not read; what it describes is left "
+                         "out.\n"));
+    const Outcome json = RunInside({"info", "--json", Path("clip.gltf")});
+    EXPECT_THAT(json.Out, HasSubstr("\"seconds\": 1.5"));
+    EXPECT_THAT(json.Out, StartsWith("{\n  \"" + Path("clip.gltf") + "\": {\n    \"generator\": \"me\","));
+}
+
+TEST_F(ProgramTest, OwnToolFolderHoldsAStarterThatFails)
+{
+    {
+        const ToolFolder tool;
+        EXPECT_FALSE(tool.IsInstallation());
+        EXPECT_EQ(tool.Path(), Folder / "data/tq4x");
+        EXPECT_STREQ(getenv("TQ4X_FORPENNON_ROOT"), (Folder / "data/tq4x").c_str());
+    }
+    EXPECT_STREQ(getenv("TQ4X_FORPENNON_ROOT"), "");
+    const std::string starter = Path("data/tq4x/tools/BrellStudioStarter/BrellStudioStarter.exe");
+    const int status = std::system(("\"" + starter + "\" -daemon 2>\"" + Path("said") + "\"").c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_EQ(Read("said"), "tq4x: the optimising tool is not installed\n");
+}
+
+TEST_F(ProgramTest, WithoutADataFolderATemporaryOneServes)
+{
+    Write("file", "");
+    setenv("XDG_DATA_HOME", Path("file").c_str(), 1);
+    std::filesystem::path path;
+    {
+        const ToolFolder tool;
+        path = tool.Path();
+        EXPECT_TRUE(std::filesystem::exists(path / "tools/BrellStudioStarter/BrellStudioStarter.exe"));
+    }
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(ProgramTest, FoldersThatCanBeMadeAreFine)
+{
+    EXPECT_EQ(FindFolderProblem(Folder / "a/b/c"), "");
+    EXPECT_EQ(FindFolderProblem("relative/folder"), "");
+    EXPECT_EQ(FindFolderProblem("."), "");
+    Write("file", "");
+    EXPECT_EQ(FindFolderProblem(Folder / "file"), Path("file") + " is not a folder.");
+    std::filesystem::create_symlink("nowhere", Folder / "link");
+    EXPECT_EQ(FindFolderProblem(Folder / "link"), Path("link") + " is not a folder.");
+}
+
+TEST_F(ProgramTest, ThePluginIsFoundBesideTheProgram)
+{
+    unsetenv("TQ4X_PLUGIN");
+    EXPECT_EQ(FindPluginFile("x.so"), "x.so");
+    EXPECT_EQ(FindPluginFile(std::nullopt),
+              ProgramFolder().parent_path() / "lib/tq4x/TQ4X_ForPennonExport.so");
+    setenv("TQ4X_PLUGIN", "/y.so", 1);
+    EXPECT_EQ(FindPluginFile(std::nullopt), "/y.so");
+    EXPECT_EQ(FindPluginFile("x.so"), "x.so");
+    unsetenv("TQ4X_PLUGIN");
+}
+
+TEST_F(ProgramTest, LibrariesThatAreNoPluginsAreRefused)
+{
+    Write("text.so", "no library");
+    EXPECT_THAT(LoadPluginFile(Folder / "text.so"), StartsWith("The plug-in can't be loaded: "));
+    XSI::Host::Session::Current().Reset();
+    EXPECT_EQ(LoadPluginFile("libm.so.6"),
+              "The plug-in can't be loaded: " + (std::filesystem::current_path() / "libm.so.6").string() +
+                  ": cannot open shared object file: No such file or directory.");
+}
+
+/// Runs the real program as a process and answers its exit code; a death by signal is a negative number.
+int RunProcess(std::vector<std::string> words, int signalAfterStart = 0)
+{
+    words.insert(words.begin(), TQ4X_PROGRAM);
+    std::vector<char*> arguments;
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    std::fflush(nullptr); // or the child would flush it again
+    const pid_t process = fork();
+    if (process == 0) {
+        if (std::freopen("/dev/null", "w", stdout) != nullptr &&
+            std::freopen("/dev/null", "w", stderr) != nullptr) {
+            execv(arguments[0], arguments.data());
+        }
+        _exit(127);
+    }
+    if (signalAfterStart != 0) {
+        usleep(500'000);
+        kill(process, signalAfterStart);
+    }
+    int status = 0;
+    waitpid(process, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+TEST_F(ProgramTest, ProcessesAnswerTheSameCodes)
+{
+    EXPECT_EQ(RunProcess({"--version"}), Done);
+    EXPECT_EQ(RunProcess({}), WrongUsage);
+    EXPECT_EQ(RunProcess({"info", Path("none.glb")}), BadInput);
+    EXPECT_EQ(RunProcess({"export", Path("scene.gltf"), "--plugin", Path("no.so")}), NoPlugin);
+}
+
+TEST_F(ProgramTest, CtrlCEndsTheProgramInOrder)
+{
+    const std::vector<std::string> words = {"export", Path("scene.gltf"), "--plugin", TQ4X_TINY_PLUGIN,
+                                            "-o",     Path("out"),        "-n",       "works"};
+    for (const int signal : {SIGINT, SIGTERM}) {
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(RunProcess(words, signal), Interrupted);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(9));
+    }
+    EXPECT_FALSE(std::filesystem::exists(Folder / "out/works.qmdl"));
+}
+
+} // namespace
+} // namespace tq4x::cli::test

@@ -7,17 +7,28 @@ namespace tq4x
 namespace
 {
 
-XSI::CValue Run(const char* command, std::initializer_list<XSI::CValue> arguments)
+XSI::CStatus RunFor(XSI::CValue& result, const char* command, std::initializer_list<XSI::CValue> arguments)
 {
     XSI::CValueArray values;
     for (const XSI::CValue& argument : arguments)
         values.Add(argument);
+    return XSI::Application().ExecuteCommand(command, values, result);
+}
+
+XSI::CValue Run(const char* command, std::initializer_list<XSI::CValue> arguments)
+{
     XSI::CValue result;
-    XSI::Application().ExecuteCommand(command, values, result);
+    RunFor(result, command, arguments);
     return result;
 }
 
 } // namespace
+
+XSI::CStatus RunHostCommand(const char* command, std::initializer_list<XSI::CValue> arguments)
+{
+    XSI::CValue result;
+    return RunFor(result, command, arguments);
+}
 
 XSI::CValue GetHostValue(const XSI::CString& name)
 {
@@ -37,6 +48,27 @@ void OpenScriptEditor()
 void DeleteHostObject(const XSI::CString& fullName)
 {
     Run("DeleteObj", {fullName});
+}
+
+bool InspectHostObjects(const XSI::CRefArray& properties, InspectMode mode)
+{
+    const XSI::CString keywords;
+    const XSI::CString title;
+    const bool mayThrow = false; // a cancelled page answers true instead
+    return !static_cast<bool>(
+        Run("InspectObj", {properties, keywords, title, static_cast<LONG>(mode), mayThrow}));
+}
+
+void SelectHostObjects(const XSI::CRefArray& objects)
+{
+    const XSI::CString hierarchyLevel;
+    const bool isReplacing = true;
+    Run("SelectObj", {objects.GetAsText(), hierarchyLevel, isReplacing});
+}
+
+void DeselectHostObjects()
+{
+    Run("DeselectAll", {});
 }
 
 } // namespace tq4x

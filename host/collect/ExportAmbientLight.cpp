@@ -1,5 +1,6 @@
 #include "collect/ExportAmbientLight.h"
 
+#include "collect/FiniteValues.h"
 #include "collect/SampleFrames.h"
 #include "environment/Light.h"
 #include "export/Each.h"
@@ -15,8 +16,6 @@ namespace tq4x
 {
 namespace
 {
-
-constexpr std::size_t AmbientCurve = 10;
 
 /// The first `ambience` among the properties of the scene root.
 XSI::Parameter FindAmbience(const XSI::CRef& root)
@@ -50,12 +49,14 @@ bool ExportAmbientLight::Export()
     const ExportValues& values = GlobalExportValues();
     SampleFrames(values, [&](double frame) {
         const Color color = ReadAmbience(ambience, frame);
-        light.Curves[AmbientCurve].Samples.push_back(color.R);
-        light.Curves[AmbientCurve + 1].Samples.push_back(color.G);
-        light.Curves[AmbientCurve + 2].Samples.push_back(color.B);
-        light.Curves[AmbientCurve + 3].Samples.push_back(color.A);
+        light.Curves[LightCurve::Ambient].Samples.push_back(color.R);
+        light.Curves[LightCurve::Ambient + 1].Samples.push_back(color.G);
+        light.Curves[LightCurve::Ambient + 2].Samples.push_back(color.B);
+        light.Curves[LightCurve::Ambient + 3].Samples.push_back(color.A);
     });
     light.Ambient = ReadAmbience(ambience, values.ExportStartFrame);
+    if (!AreFinite(light))
+        PrintMessage("Values that are not finite exist(" + light.Name + ").", Severity::Warning);
     return true;
 }
 

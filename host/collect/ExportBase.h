@@ -54,6 +54,9 @@ public:
     XSI::CRef OwningInstance;          ///< that instance; invalid outside of one
 
 protected:
+    /// False, with a message, for an object that the host no longer knows.
+    [[nodiscard]] bool CheckObject() const;
+
     /// The host's name of the object in the system's code page, or a text that says that it is invalid.
     std::string ObjectName() const;
 };

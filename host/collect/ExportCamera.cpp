@@ -1,5 +1,6 @@
 #include "collect/ExportCamera.h"
 
+#include "collect/FiniteValues.h"
 #include "collect/SampleFrames.h"
 #include "collect/Visibility.h"
 #include "environment/Camera.h"
@@ -22,19 +23,6 @@ namespace
 
 using XSI::MATH::CTransformation;
 using XSI::MATH::CVector3;
-
-// First curves of the groups, in the order of the record.
-constexpr std::size_t ScaleCurve = 0;
-constexpr std::size_t RotateCurve = 3;
-constexpr std::size_t TranslateCurve = 6;
-constexpr std::size_t TargetCurve = 9;
-constexpr std::size_t UpwardCurve = 12;
-constexpr std::size_t TwistCurve = 15;
-constexpr std::size_t NearCurve = 16;
-constexpr std::size_t FarCurve = 17;
-constexpr std::size_t AspectCurve = 18;
-constexpr std::size_t FovyCurve = 19;
-constexpr std::size_t HeightCurve = 20;
 
 constexpr int OrthographicProjection = 0; // the host's `proj`
 constexpr int HorizontalFieldOfView = 1;  // the host's `fovtype`
@@ -90,6 +78,7 @@ bool ExportCamera::Export()
     ReadProjection();
     ReadView();
     ResolveBranchVisibility();
+    CheckFinite(AreFinite(*m_camera));
     return true;
 }
 
@@ -118,14 +107,14 @@ void ExportCamera::ReadProjection()
     const float aspect = read("aspect", start);
     SampleFrames(values, [&](double frame) {
         const float ratio = read("projplanewidth", frame) / read("projplaneheight", frame);
-        m_camera->Curves[AspectCurve].Samples.push_back(ratio);
+        m_camera->Curves[CameraCurve::AspectRatio].Samples.push_back(ratio);
         if (isOrtho)
-            m_camera->Curves[HeightCurve].Samples.push_back(read("orthoheight", frame) * magnify);
+            m_camera->Curves[CameraCurve::Height].Samples.push_back(read("orthoheight", frame) * magnify);
         else
-            m_camera->Curves[FovyCurve].Samples.push_back(
+            m_camera->Curves[CameraCurve::Fovy].Samples.push_back(
                 ReadFieldOfView(frame, isFovAnimated ? aspect : ratio));
-        m_camera->Curves[NearCurve].Samples.push_back(read("near", frame) * magnify);
-        m_camera->Curves[FarCurve].Samples.push_back(read("far", frame) * magnify);
+        m_camera->Curves[CameraCurve::Near].Samples.push_back(read("near", frame) * magnify);
+        m_camera->Curves[CameraCurve::Far].Samples.push_back(read("far", frame) * magnify);
     });
     m_camera->ProjectionMode = isOrtho ? CameraProjectionMode::Ortho : CameraProjectionMode::Perspective;
     m_camera->AspectRatio = aspect;
@@ -173,16 +162,16 @@ void ExportCamera::SampleView(const View& view, double frame)
 {
     const float magnify = GlobalExportValues().CameraMagnify;
     const CTransformation transform = GlobalAt(XSI::X3DObject(Object), frame);
-    Push(*m_camera, TranslateCurve, Scaled(Narrow(transform.GetTranslation()), magnify));
-    Push(*m_camera, ScaleCurve, Narrow(transform.GetScaling()));
+    Push(*m_camera, CameraCurve::Translate, Scaled(Narrow(transform.GetTranslation()), magnify));
+    Push(*m_camera, CameraCurve::Scale, Narrow(transform.GetScaling()));
     if (m_camera->ViewMode == CameraViewMode::Rotate)
-        return Push(*m_camera, RotateCurve, RotationAngles(transform));
+        return Push(*m_camera, CameraCurve::Rotate, RotationAngles(transform));
     const CVector3 target = GlobalAt(view.Target, frame).GetTranslation();
-    Push(*m_camera, TargetCurve, Scaled(Narrow(target), magnify));
+    Push(*m_camera, CameraCurve::TargetPosition, Scaled(Narrow(target), magnify));
     const double roll = view.Roll.GetValue(frame);
     if (m_camera->ViewMode == CameraViewMode::AimTarget)
-        return m_camera->Curves[TwistCurve].Samples.push_back(static_cast<float>(roll));
-    Push(*m_camera, UpwardCurve,
+        return m_camera->Curves[CameraCurve::Twist].Samples.push_back(static_cast<float>(roll));
+    Push(*m_camera, CameraCurve::UpwardVector,
          ComputeUpVector(ToArray(transform.GetTranslation()), ToArray(target),
                          ToArray(GlobalAt(view.Up, frame).GetTranslation()), roll));
 }

@@ -1,5 +1,6 @@
 #include "collect/ExportLight.h"
 
+#include "collect/FiniteValues.h"
 #include "collect/SampleFrames.h"
 #include "collect/Visibility.h"
 #include "environment/Light.h"
@@ -11,6 +12,7 @@
 #include <xsi_parameter.h>
 #include <xsi_shader.h>
 
+#include <cmath>
 #include <optional>
 
 namespace tq4x
@@ -18,16 +20,8 @@ namespace tq4x
 namespace
 {
 
-// First curves of the groups, in the order of the record.
-constexpr std::size_t VisibilityCurve = 0;
-constexpr std::size_t TranslateCurve = 7;
-constexpr std::size_t DiffuseCurve = 14;
-constexpr std::size_t Specular0Curve = 18;
-constexpr std::size_t Specular1Curve = 22;
-constexpr std::size_t DirectionCurve = 26;
-
-constexpr Color Switched{0.0f, 0.0f, 0.0f, 1.0f}; // a contribution that is off
-constexpr float DefaultSpread = 5.0f;             // degrees, where no shader tells
+constexpr Color SwitchedOff{0.0f, 0.0f, 0.0f, 1.0f}; // a contribution that is not wanted
+constexpr float DefaultSpread = 5.0f;                // degrees, where no shader tells
 
 /// The host's `Type`; area lights and other types have no counterpart in the files.
 std::optional<LightKind> KindOf(const XSI::Light& light)
@@ -132,6 +126,7 @@ bool ExportLight::Export()
     ReadSpotCone(light, shader);
     ReadLightTransform(light);
     ReadLightVisibility(light);
+    CheckFinite(AreFinite(light));
     return true;
 }
 
@@ -146,29 +141,30 @@ void ExportLight::ReadLightColors(Light& light, const XSI::Shader& shader) const
     const Color start = color.At(values.ExportStartFrame);
     const bool isDiffuse = static_cast<bool>(hostLight.GetParameterValue("DiffuseContribution"));
     const bool isSpecular = static_cast<bool>(hostLight.GetParameterValue("SpecularContribution"));
-    light.Diffuse = isDiffuse ? start : Switched;
-    light.Specular0 = isSpecular ? start : Switched;
+    light.Diffuse = isDiffuse ? start : SwitchedOff;
+    light.Specular0 = isSpecular ? start : SwitchedOff;
     light.Specular1 = light.Specular0;
     if (!isAnimated)
         return;
     SampleFrames(values, [&](double frame) {
         const Color sample = color.At(frame);
         if (isDiffuse)
-            Push(light, DiffuseCurve, sample);
+            Push(light, LightCurve::Diffuse, sample);
         if (isSpecular) {
-            Push(light, Specular0Curve, sample);
-            Push(light, Specular1Curve, sample);
+            Push(light, LightCurve::Specular0, sample);
+            Push(light, LightCurve::Specular1, sample);
         }
     });
 }
 
-void ExportLight::ReadSpotCone(Light& light, const XSI::Shader& shader) const
+void ExportLight::ReadSpotCone(Light& light, const XSI::Shader& shader)
 {
     if (light.LightKind != LightKind::SpotLight)
         return;
     const auto cone = static_cast<float>(XSI::Light(Object).GetParameterValue("LightCone"));
     const float spread =
         shader.IsValid() ? static_cast<float>(shader.GetParameterValue("spread")) : DefaultSpread;
+    CheckFinite(std::isfinite(cone) && std::isfinite(spread));
     SetSpotCone(light, cone, spread, Context.Lights.LookupTables);
 }
 
@@ -179,10 +175,10 @@ void ExportLight::ReadLightTransform(Light& light) const
     SampleFrames(values, [&](double frame) {
         const XSI::MATH::CTransformation transform = global.GetTransform(frame);
         const Vector3 translation = TranslationOf(transform);
-        Push(light, TranslateCurve,
+        Push(light, LightCurve::Translate,
              Vector3{translation.X * values.LightMagnify, translation.Y * values.LightMagnify,
                      translation.Z * values.LightMagnify});
-        Push(light, DirectionCurve, DirectionOf(transform));
+        Push(light, LightCurve::Direction, DirectionOf(transform));
     });
     const XSI::MATH::CTransformation start = global.GetTransform(values.ExportStartFrame);
     light.Scale = {1.0f, 1.0f, 1.0f};
@@ -193,10 +189,11 @@ void ExportLight::ReadLightTransform(Light& light) const
 void ExportLight::ReadLightVisibility(Light& light) const
 {
     const ExportValues& values = GlobalExportValues();
+    const std::vector<XSI::Parameter> chain = FindVisibilityChain(Object);
     SampleFrames(values, [&](double frame) {
-        light.Curves[VisibilityCurve].Samples.push_back(IsVisibleAt(Object, frame) ? 1.0f : 0.0f);
+        light.Curves[LightCurve::Visibility].Samples.push_back(IsVisibleAt(chain, frame) ? 1.0f : 0.0f);
     });
-    light.IsLightEnabled = IsVisibleAt(Object, values.ExportStartFrame);
+    light.IsLightEnabled = IsVisibleAt(chain, values.ExportStartFrame);
 }
 
 } // namespace tq4x

@@ -30,7 +30,7 @@ public:
 
 private:
     void ReadLightColors(Light& light, const XSI::Shader& shader) const;
-    void ReadSpotCone(Light& light, const XSI::Shader& shader) const;
+    void ReadSpotCone(Light& light, const XSI::Shader& shader);
     void ReadLightTransform(Light& light) const;
     void ReadLightVisibility(Light& light) const;
 };

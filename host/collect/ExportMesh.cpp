@@ -1,6 +1,7 @@
 #include "collect/ExportMesh.h"
 
 #include "collect/ExportMaterial.h"
+#include "collect/FiniteValues.h"
 #include "collect/ReadEnvelope.h"
 #include "export/Each.h"
 #include "export/ExportContext.h"
@@ -97,6 +98,25 @@ bool ReadTriangles(const XSI::CGeometryAccessor& accessor, std::size_t vertexCou
            IsInRange(triangles.Nodes, nodeCount) && IsInRange(triangles.Polygons, polygonCount);
 }
 
+/// Which materials of the list have a polygon. Indices that point nowhere are passed over.
+std::vector<bool> FindUsedMaterials(const XSI::CLongArray& indices, LONG materialCount)
+{
+    std::vector<bool> isUsed(static_cast<std::size_t>(materialCount), false);
+    for (const LONG index : Each(indices))
+        if (index >= 0 && index < materialCount)
+            isUsed[static_cast<std::size_t>(index)] = true;
+    return isUsed;
+}
+
+/// True if the colours have an alpha and one of them lets light through.
+bool HasTranslucency(const MeshAttributes& attributes)
+{
+    constexpr float leastTranslucency = 0.0001f;
+    return attributes.ColorDimension == 4 &&
+           std::any_of(attributes.Colors.begin(), attributes.Colors.end(),
+                       [](const Vector4& color) { return 1.0f - color.W > leastTranslucency; });
+}
+
 /// A corner with the vertex's position and everything else by node.
 PolygonCorner MakeCorner(const Mesh& mesh, std::int32_t vertex, std::int32_t node)
 {
@@ -123,12 +143,9 @@ void ExportMesh::CreateMaterials()
     XSI::CLongArray indices;
     if (!accessor.GetPolygonMaterialIndices(indices).Succeeded())
         return;
-    std::vector<bool> isUsed(static_cast<std::size_t>(materials.GetCount()), false);
-    for (const LONG index : Each(indices))
-        if (index >= 0 && index < materials.GetCount())
-            isUsed[static_cast<std::size_t>(index)] = true;
+    const std::vector<bool> isUsed = FindUsedMaterials(indices, materials.GetCount());
     for (LONG i = 0; i < materials.GetCount(); ++i)
-        if (isUsed[static_cast<std::size_t>(i)])
+        if (isUsed[static_cast<std::size_t>(i)] && materials[i].IsValid())
             FindOrCreateMaterial(Context, materials[i]);
 }
 
@@ -151,14 +168,6 @@ const UvRecord* ExportMesh::FindUvRecord(const std::string& name) const
 {
     const auto found = m_attributes.CoordinateSets.find(name);
     return found == m_attributes.CoordinateSets.end() ? nullptr : &found->second.Record;
-}
-
-bool ExportMesh::HasTranslucentVertexColors() const
-{
-    constexpr float leastTranslucency = 0.0001f;
-    return m_attributes.ColorDimension == 4 &&
-           std::any_of(m_attributes.Colors.begin(), m_attributes.Colors.end(),
-                       [](const Vector4& color) { return 1.0f - color.W > leastTranslucency; });
 }
 
 bool ExportMesh::Export()
@@ -191,6 +200,7 @@ ReadResult ExportMesh::Collect()
         ReadSkin() == ReadResult::Done;
     if (!isRead)
         return ReadResult::GivenUp;
+    CheckFinite(AreFinite(m_attributes));
     FillPool();
     if (AddTriangles(accessor) != ReadResult::Done)
         return ReadResult::GivenUp;
@@ -198,31 +208,38 @@ ReadResult ExportMesh::Collect()
     return ReadResult::Done;
 }
 
-/// The collectors of the materials by polygon, and which of them are in use.
+/// Which material each polygon has, and the materials in use by creation index.
 ReadResult ExportMesh::ReadMaterials(const XSI::CGeometryAccessor& accessor)
 {
     const XSI::CRefArray materials = accessor.GetMaterials();
-    std::vector<ExportMaterial*> collectors;
-    for (const XSI::CRef& material : Each(materials))
-        collectors.push_back(FindMaterial(Context, material));
+    const auto count = static_cast<std::size_t>(materials.GetCount());
     XSI::CLongArray indices;
-    bool isComplete =
-        accessor.GetPolygonMaterialIndices(indices).Succeeded() && IsInRange(indices, collectors.size());
-    if (isComplete)
-        for (const LONG index : Each(indices))
-            m_polygonMaterials.push_back(collectors[static_cast<std::size_t>(index)]);
-    m_materials = m_polygonMaterials;
+    bool isComplete = accessor.GetPolygonMaterialIndices(indices).Succeeded() && IsInRange(indices, count);
+    const std::vector<bool> isUsed = FindUsedMaterials(indices, materials.GetCount());
+    std::vector<std::uint32_t> numbers(count, 0);
+    for (std::size_t i = 0; isComplete && i < count; ++i) {
+        if (!isUsed[i])
+            continue;
+        ExportMaterial* material = FindMaterial(Context, materials[static_cast<LONG>(i)]);
+        isComplete = material != nullptr;
+        if (!isComplete)
+            break;
+        numbers[i] = material->MaterialIndex();
+        m_materials.push_back(material);
+    }
+    if (!isComplete) {
+        ReportMessage(MessageCode::InternalError, TargetBone().Name);
+        return ReadResult::GivenUp;
+    }
     const auto byIndex = [](const ExportMaterial* a, const ExportMaterial* b) {
-        return a != nullptr && b != nullptr ? a->MaterialIndex() < b->MaterialIndex() : a < b;
+        return a->MaterialIndex() < b->MaterialIndex();
     };
     std::sort(m_materials.begin(), m_materials.end(), byIndex);
     m_materials.erase(std::unique(m_materials.begin(), m_materials.end()), m_materials.end());
-    isComplete =
-        isComplete && std::find(m_materials.begin(), m_materials.end(), nullptr) == m_materials.end();
-    if (isComplete)
-        return ReadResult::Done;
-    ReportMessage(MessageCode::InternalError, TargetBone().Name);
-    return ReadResult::GivenUp;
+    m_polygonMaterials.reserve(static_cast<std::size_t>(indices.GetCount()));
+    for (const LONG index : Each(indices))
+        m_polygonMaterials.push_back(numbers[static_cast<std::size_t>(index)]);
+    return ReadResult::Done;
 }
 
 /// Numbers the coordinate sets by their first use in the materials' stages.
@@ -271,19 +288,19 @@ ReadResult ExportMesh::ReadSkin()
     return result;
 }
 
-/// Raises the flags and moves the values into the pool. Colours stay with the collector too: the materials
-/// ask.
+/// Raises the flags and moves the values into the pool; the coordinate sets keep their projections.
 void ExportMesh::FillPool()
 {
     VertexAttributePool& pool = m_mesh->Pool;
-    const bool hasColors = HasVertexColors();
+    m_hasColors = !m_attributes.Colors.empty();
+    m_hasTranslucentColors = HasTranslucency(m_attributes);
     SetAttributeFlag(*m_mesh, VertexSlot::Position, true);
     SetAttributeFlag(*m_mesh, VertexSlot::Normal, true);
-    SetAttributeFlag(*m_mesh, VertexSlot::Color, hasColors);
+    SetAttributeFlag(*m_mesh, VertexSlot::Color, m_hasColors);
     pool[VertexSlot::Position].Edit<Vector3>() = std::move(m_attributes.Positions);
     pool[VertexSlot::Normal].Edit<Vector3>() = std::move(m_attributes.Normals);
     pool[VertexSlot::Color].Dimension = m_attributes.ColorDimension;
-    pool[VertexSlot::Color].Edit<Vector4>() = m_attributes.Colors;
+    pool[VertexSlot::Color].Edit<Vector4>() = std::move(m_attributes.Colors);
     for (std::size_t number = 0; number < m_usedSets.size(); ++number) {
         const VertexSlot slot = SlotAt(VertexSlot::TextureCoordinate0, number);
         std::vector<Vector2> values = std::move(m_attributes.CoordinateSets.at(m_usedSets[number]).Values);
@@ -319,8 +336,7 @@ ReadResult ExportMesh::AddTriangles(const XSI::CGeometryAccessor& accessor)
             corners[static_cast<std::size_t>(corner)] = MakeCorner(
                 *m_mesh, triangles.Vertices[triangle * 3 + corner], triangles.Nodes[triangle * 3 + corner]);
         const auto polygon = static_cast<std::size_t>(triangles.Polygons[triangle]);
-        const std::uint32_t material = m_polygonMaterials[polygon]->MaterialIndex();
-        if (AddPolygon(*m_mesh, material, PolygonOf(corners)).Status != 0) {
+        if (AddPolygon(*m_mesh, m_polygonMaterials[polygon], PolygonOf(corners)).Status != 0) {
             ReportMessage(MessageCode::PolygonBoneSizeOver, TargetBone().Name);
             return ReadResult::GivenUp;
         }

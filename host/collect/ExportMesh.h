@@ -48,10 +48,10 @@ public:
     /// Projection of a coordinate set, or nullptr.
     const UvRecord* FindUvRecord(const std::string& name) const;
 
-    bool HasVertexColors() const { return !m_attributes.Colors.empty(); }
+    bool HasVertexColors() const { return m_hasColors; }
 
     /// True if the colours have an alpha and one of them lets light through.
-    bool HasTranslucentVertexColors() const;
+    bool HasTranslucentVertexColors() const { return m_hasTranslucentColors; }
 
     std::vector<ExportX3DObject*> Influences; ///< collectors of the deformers, from the link check
 
@@ -66,11 +66,13 @@ private:
     ReadResult AddTriangles(const XSI::CGeometryAccessor& accessor);
     void MakeTangents();
 
-    std::vector<ExportMaterial*> m_polygonMaterials; ///< per polygon
-    std::vector<ExportMaterial*> m_materials;        ///< in use, by creation index
+    std::vector<std::uint32_t> m_polygonMaterials; ///< per polygon, by creation index
+    std::vector<ExportMaterial*> m_materials;      ///< in use, by creation index
     MeshAttributes m_attributes;
     std::vector<std::string> m_usedSets; ///< names of the coordinate sets in use, by number
-    int m_tangentSet = -1;               ///< number of the set that tangents are made from
+    bool m_hasColors = false;
+    bool m_hasTranslucentColors = false;
+    int m_tangentSet = -1; ///< number of the set that tangents are made from
     std::unique_ptr<tq4x::Mesh> m_mesh;
 };
 

@@ -1,5 +1,6 @@
 #include "collect/ExportX3DObject.h"
 
+#include "collect/FiniteValues.h"
 #include "collect/ReadUserData.h"
 #include "collect/SampleFrames.h"
 #include "export/Each.h"
@@ -87,6 +88,8 @@ ExportX3DObject* ExportX3DObject::FindParent() const
 
 bool ExportX3DObject::Export()
 {
+    if (!CheckObject())
+        return false;
     RegisterName();
     ReadScalingRule();
     ReadProperties();
@@ -95,7 +98,15 @@ bool ExportX3DObject::Export()
     Sample();
     const ExportValues& values = GlobalExportValues();
     ExtractChannels(*m_bone, {values.Tolerances, values.FrameSteps});
+    CheckFinite(AreFinite(*m_bone));
     return true;
+}
+
+void ExportX3DObject::CheckFinite(bool isFinite)
+{
+    if (!isFinite && !m_isToldNotFinite)
+        PrintMessage("Values that are not finite exist(" + m_bone->Name + ").", Severity::Warning);
+    m_isToldNotFinite |= !isFinite;
 }
 
 void ExportX3DObject::RegisterName()
@@ -164,6 +175,7 @@ void ExportX3DObject::ReadBindPose()
     if (object.HasStaticKinematicState()) {
         const CTransformation pose = object.GetStaticKinematicState().GetTransform(BindFrame);
         TakeBindPose(pose, pose);
+        RestoreEvaluation();
         return;
     }
     const bool takesPose =
@@ -172,6 +184,15 @@ void ExportX3DObject::ReadBindPose()
         return;
     const CTransformation local = object.GetKinematics().GetLocal().GetTransform(BindFrame);
     TakeBindPose(ConvertToModel ? local : object.GetKinematics().GetGlobal().GetTransform(BindFrame), local);
+    RestoreEvaluation();
+}
+
+/// Asking for another frame leaves the host's object evaluated there until it is asked for its present place.
+void ExportX3DObject::RestoreEvaluation() const
+{
+    const XSI::Kinematics kinematics = XSI::X3DObject(Object).GetKinematics();
+    static_cast<void>(kinematics.GetLocal().GetTransform(CurrentTime));
+    static_cast<void>(kinematics.GetGlobal().GetTransform(CurrentTime));
 }
 
 void ExportX3DObject::TakeBindPose(const CTransformation& pose, const CTransformation& sheared)
@@ -222,6 +243,7 @@ void ExportX3DObject::Sample()
         if (visibility.IsValid())
             AppendVisibility(*m_bone, static_cast<float>(visibility.GetParameterValue("viewvis", frame)));
     });
+    static_cast<void>(local.GetTransform(CurrentTime));
 }
 
 } // namespace tq4x

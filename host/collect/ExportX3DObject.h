@@ -27,13 +27,17 @@ public:
     void Link() override;
 
     /// Name, scaling rule, attribute properties, place in the tree, bind pose, samples, channels. The parent
-    /// must have run before. Always true.
+    /// must have run before. False for an object that the host no longer knows.
     bool Export() override;
 
     tq4x::Bone& TargetBone() { return *m_bone; }
 
     std::vector<ExportX3DObject*> Children;    ///< collectors of the child objects, in the order of linking
     std::vector<ExportMesh*> InfluencedMeshes; ///< skinned meshes that this object moves
+
+protected:
+    /// Warns, once for each object, that it holds numbers that are not finite: they are exported as they are.
+    void CheckFinite(bool isFinite);
 
 private:
     ExportX3DObject* FindParent() const;
@@ -47,10 +51,12 @@ private:
     XSI::MATH::CTransformation InstanceTransform() const;
     void TakeBindPose(const XSI::MATH::CTransformation& pose, const XSI::MATH::CTransformation& sheared);
     void Sample();
+    void RestoreEvaluation() const;
 
     std::unique_ptr<tq4x::Bone> m_ownedBone; ///< until the bone joins the tree, which owns it from then on
     tq4x::Bone* m_bone;                      ///< made with the collector, so that skins can refer to it
     XSI::CRef m_visibility;                  ///< the object's visibility property, if it has one
+    bool m_isToldNotFinite = false;
 };
 
 /// The collector of a plain object: a null, a model, an element of a chain.

@@ -41,7 +41,7 @@ void AddDeformer(Bone& bone, const XSI::CDoubleArray& weights, SkinWeightTable& 
         if (weight == 0.0)
             continue;
         sums[vertex] += weight;
-        if (std::isfinite(weight))
+        if (std::isfinite(weight)) // the sum tells of the others
             table[vertex].push_back({&bone, TruncatePercentage(weight)});
     }
 }
@@ -69,7 +69,7 @@ ReadResult ReadEnvelope(const ExportContext& context, const XSI::Envelope& envel
             return GiveUp(MessageCode::InternalError, name);
         AddDeformer(collector->TargetBone(), weights, *table, sums);
     }
-    const auto isFull = [](double sum) { return sum >= LeastWeightSum; };
+    const auto isFull = [](double sum) { return std::isfinite(sum) && sum >= LeastWeightSum; };
     if (!std::all_of(sums.begin(), sums.end(), isFull))
         return GiveUp(MessageCode::WrongWeightedVertices, name);
     for (SkinWeightEntry& entry : *table)

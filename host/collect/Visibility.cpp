@@ -5,6 +5,8 @@
 #include <xsi_property.h>
 #include <xsi_x3dobject.h>
 
+#include <algorithm>
+
 namespace tq4x
 {
 
@@ -25,19 +27,32 @@ bool IsHiddenForGood(const XSI::CRef& object)
            !static_cast<bool>(visibility.GetValue());
 }
 
-bool IsVisibleAt(const XSI::CRef& object, double frame)
+std::vector<XSI::Parameter> FindVisibilityChain(const XSI::CRef& object)
 {
+    std::vector<XSI::Parameter> chain;
     XSI::CRef current = object;
     while (current.IsValid()) {
         const XSI::Parameter visibility(FindViewVisibility(current));
-        if (visibility.IsValid() && !static_cast<bool>(visibility.GetValue(frame)))
-            return false;
+        if (visibility.IsValid())
+            chain.push_back(visibility);
         const XSI::CRef parent = XSI::X3DObject(current).GetParent();
         if (parent == current)
-            return true;
+            break;
         current = parent;
     }
-    return true;
+    return chain;
+}
+
+bool IsVisibleAt(const std::vector<XSI::Parameter>& chain, double frame)
+{
+    return std::all_of(chain.begin(), chain.end(), [&](const XSI::Parameter& visibility) {
+        return static_cast<bool>(visibility.GetValue(frame));
+    });
+}
+
+bool IsVisibleAt(const XSI::CRef& object, double frame)
+{
+    return IsVisibleAt(FindVisibilityChain(object), frame);
 }
 
 } // namespace tq4x

@@ -2,23 +2,27 @@
 
 #include <xsi_decl.h>
 
+#include <type_traits>
 #include <utility>
 
 namespace tq4x
 {
 
 /// Makes an array of the host, which knows counts and indices alone, fit for a range loop:
-/// `for (const XSI::CRef& child : Each(object.GetChildren()))`. Keeps the array for the time of the loop.
+/// `for (const XSI::CRef& child : Each(object.GetChildren()))`. Keeps a temporary array for the time of the
+/// loop and refers to one that has a name.
 template<typename Array>
 class Each
 {
+    using List = std::remove_reference_t<Array>;
+
 public:
-    explicit Each(Array array) : m_array(std::move(array)) {}
+    explicit Each(Array&& array) : m_array(std::forward<Array>(array)) {}
 
     class Iterator
     {
     public:
-        Iterator(const Array& array, LONG index) : m_array(array), m_index(index) {}
+        Iterator(const List& array, LONG index) : m_array(array), m_index(index) {}
 
         decltype(auto) operator*() const { return m_array[m_index]; }
 
@@ -31,7 +35,7 @@ public:
         bool operator!=(const Iterator& other) const { return m_index != other.m_index; }
 
     private:
-        const Array& m_array;
+        const List& m_array;
         LONG m_index;
     };
 
@@ -40,7 +44,10 @@ public:
     Iterator end() const { return {m_array, m_array.GetCount()}; }
 
 private:
-    Array m_array;
+    Array m_array; // a reference for an array that has a name
 };
+
+template<typename Array>
+Each(Array&&) -> Each<Array>;
 
 } // namespace tq4x

@@ -1,4 +1,5 @@
 #include "support/ExportRun.h"
+#include "support/ToolInstallation.h"
 
 #include <benchmark/benchmark.h>
 
@@ -51,6 +52,7 @@ void RunOrSkip(benchmark::State& state)
 
 void ExportTriangles(benchmark::State& state)
 {
+    const ToolInstallation tool;
     SceneBuilder scene;
     scene.Frames(0.0, 0.0);
     MakeSheet(scene.Material("cloth").Image("diffuse", "cloth.tga", "uv"), state.range(0));
@@ -66,6 +68,7 @@ BENCHMARK(ExportTriangles)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMilli
 void ExportChain(benchmark::State& state)
 {
     constexpr double lastFrame = 99.0;
+    const ToolInstallation tool;
     SceneBuilder scene;
     scene.Frames(0.0, lastFrame);
     XSI::CRef parent;

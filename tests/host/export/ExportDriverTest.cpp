@@ -2,6 +2,7 @@
 #include "pipeline/Platform.h"
 #include "support/ExportRun.h"
 #include "support/Golden.h"
+#include "support/ToolInstallation.h"
 
 namespace tq4x::test
 {
@@ -13,38 +14,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-/// A folder for the tool installation, with a starter that does nothing, for the time of a test.
-class ToolInstallation
-{
-public:
-    ToolInstallation()
-    {
-        std::filesystem::create_directories(m_root / "tools/BrellStudioStarter");
-        std::ofstream(m_root / "tools/BrellStudioStarter/BrellStudioStarter.exe") << "starter";
-        m_former = CurrentPlatform();
-        CurrentPlatform().Environment = [root = m_root.Path().string()](const std::string& name) {
-            return name == "TQ4X_FORPENNON_ROOT" ? std::optional(root) : std::nullopt;
-        };
-        CurrentPlatform().RunCommand = [this](const std::string& command) {
-            Commands.push_back(command);
-            return 0;
-        };
-    }
-
-    ToolInstallation(const ToolInstallation&) = delete;
-    ToolInstallation& operator=(const ToolInstallation&) = delete;
-
-    ~ToolInstallation() { CurrentPlatform() = m_former; }
-
-    const std::filesystem::path& Root() const { return m_root.Path(); }
-
-    std::vector<std::string> Commands;
-
-private:
-    TemporaryFolder m_root;
-    Platform m_former;
-};
 
 TEST(ExportDriver, WritesAModelOfOneMesh)
 {

@@ -97,12 +97,12 @@ void CheckFile(const std::filesystem::path& file, ModelCache& models, CheckResul
     FindingList findings(file.string());
     const std::optional<Document> document = ReadDocument(file, findings);
     ++result.FileCount;
-    if (document) {
+    // What breaks the grammar leaves defaults in the records; checking these would tell the same again.
+    if (document && !findings.HasErrors()) {
         CheckContent(*document, findings);
         CheckNeighbours(*document, file, models, findings);
-    } else {
-        ++result.UnreadableCount;
     }
+    result.UnreadableCount += document ? 0 : 1;
     std::ranges::move(findings.Take(), std::back_inserter(result.Findings));
 }
 

@@ -1,5 +1,7 @@
 #include "ElementReader.h"
 
+#include <algorithm>
+
 #include "NumberForm.h"
 
 namespace tq4x::reader
@@ -30,6 +32,11 @@ std::vector<ElementReader> ElementReader::Children(std::string_view name) const
         }
     }
     return children;
+}
+
+bool ElementReader::HasAttributes(std::span<const std::string_view> names) const
+{
+    return m_element != nullptr && std::ranges::equal(m_element->Attributes, names, {}, &XmlAttribute::Name);
 }
 
 std::string ElementReader::Text(std::string_view attribute) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,10 +44,8 @@ public:
         return m_element != nullptr && m_element->FirstChild != nullptr;
     }
 
-    [[nodiscard]] std::size_t AttributeCount() const
-    {
-        return m_element == nullptr ? 0 : m_element->Attributes.size();
-    }
+    /// Whether the attributes are these, in this order.
+    [[nodiscard]] bool HasAttributes(std::span<const std::string_view> names) const;
 
     [[nodiscard]] std::string Text(std::string_view attribute) const;
     [[nodiscard]] double Number(std::string_view attribute, double otherwise = 0) const;

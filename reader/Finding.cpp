@@ -35,9 +35,9 @@ bool FindingList::HasErrors() const
                                [](const CodeCount& count) { return count.Level == Severity::Error; });
 }
 
-bool FindingList::Has(std::string_view code) const
+bool FindingList::HasAt(long line) const
 {
-    return std::ranges::any_of(m_counts, [code](const CodeCount& count) { return count.Code == code; });
+    return std::ranges::any_of(m_findings, [line](const Finding& finding) { return finding.Line == line; });
 }
 
 std::vector<Finding> FindingList::Take()

@@ -39,8 +39,8 @@ public:
 
     [[nodiscard]] bool HasErrors() const;
 
-    /// Whether anything of this code was found.
-    [[nodiscard]] bool Has(std::string_view code) const;
+    /// Whether a finding is kept for a line.
+    [[nodiscard]] bool HasAt(long line) const;
 
     /// Everything in the order of finding; behind it, for each code that was cut, how many more there were.
     [[nodiscard]] std::vector<Finding> Take();

@@ -1,4 +1,5 @@
 #include <array>
+#include <span>
 
 #include "NumberForm.h"
 #include "ParseSections.h"
@@ -15,14 +16,26 @@ KeyKind KindOfKey(std::string_view name)
                                      : KeyKind::Linear;
 }
 
-/// The grammar sees the first keys of a list only; the rest is held against its form here.
-void CheckKeyForm(const ElementReader& key, std::string_view expected, std::size_t attributeCount)
+/// The attributes of a key of each kind, in their order.
+std::span<const std::string_view> AttributesOf(std::string_view key)
 {
-    if (key.Name() != expected || key.AttributeCount() != attributeCount || key.HasChildren()) {
-        key.Findings().Error("TQ-KEY-FORM", key.Line(),
-                             "A key of this list must be a " + std::string(expected) + " with " +
-                                 std::to_string(attributeCount) + " attributes.");
+    static constexpr std::string_view Names[] = {"Frame", "Value", "InSlope", "OutSlope"};
+    return std::span(Names).first(key == "HermiteFloatKey" ? 4 : 2);
+}
+
+/// The grammar sees the first keys of a list only; the rest is held against its form here.
+void CheckKeyForm(const ElementReader& key, std::string_view expected)
+{
+    const std::span<const std::string_view> attributes = AttributesOf(expected);
+    if (key.Name() == expected && key.HasAttributes(attributes) && !key.HasChildren()) {
+        return;
     }
+    std::string names;
+    for (const std::string_view name : attributes) {
+        names += (names.empty() ? "" : ", ") + std::string(name);
+    }
+    key.Findings().Error("TQ-KEY-FORM", key.Line(),
+                         "A key of this list must be a " + std::string(expected) + " with " + names + ".");
 }
 
 Key ParseKey(const ElementReader& element)
@@ -42,9 +55,8 @@ void ParseSegment(Curve& curve, const ElementReader& segment)
     const std::string_view expected = segment.Name() == "HermiteFloatSegment" ? "HermiteFloatKey"
                                       : segment.Name() == "StepFloatSegment"  ? "StepFloatKey"
                                                                               : "LinearFloatKey";
-    const std::size_t attributes = expected == "HermiteFloatKey" ? 4 : 2;
     for (const ElementReader& key : segment.Child("Keys").Children()) {
-        CheckKeyForm(key, expected, attributes);
+        CheckKeyForm(key, expected);
         curve.Keys.push_back(ParseKey(key));
     }
 }
@@ -57,7 +69,7 @@ BoolCurve ParseBoolCurve(const ElementReader& element)
     curve.DefaultValue = element.Boolean("DefaultValue");
     curve.Line = element.Line();
     for (const ElementReader& key : element.Child("Keys").Children()) {
-        CheckKeyForm(key, "BoolKey", 2);
+        CheckKeyForm(key, "BoolKey");
         const std::string value = key.Text("Value");
         if (value != "true" && value != "false") {
             key.Findings().Error("TQ-KEY-FORM", key.Line(), "\"" + value + "\" is neither true nor false.");

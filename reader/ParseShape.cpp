@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 
 #include "NumberForm.h"
 #include "ParseSections.h"
@@ -8,8 +9,8 @@ namespace tq4x::reader
 namespace
 {
 
-/// Reads the words of a stream. The first malformed one is told; the stream ends there.
-std::vector<double> ParseNumbers(const ElementReader& stream)
+/// Reads the words of a stream. Nothing, and the first one is told, if any is malformed.
+std::optional<std::vector<double>> ParseNumbers(const ElementReader& stream)
 {
     std::vector<double> numbers;
     WordCursor cursor(stream.Content());
@@ -20,15 +21,16 @@ std::vector<double> ParseNumbers(const ElementReader& stream)
                                     "\"" + std::string(word) +
                                         "\" is no finite number in the form of the files (" +
                                         std::string(stream.Name()) + ").");
-            break;
+            return std::nullopt;
         }
         numbers.push_back(*number);
     }
     return numbers;
 }
 
+/// The same for indices.
 template<class Index>
-std::vector<Index> ParseIndices(const ElementReader& stream)
+std::optional<std::vector<Index>> ParseIndices(const ElementReader& stream)
 {
     std::vector<Index> indices;
     WordCursor cursor(stream.Content());
@@ -38,7 +40,7 @@ std::vector<Index> ParseIndices(const ElementReader& stream)
             stream.Findings().Error("TQ-NUMBER", stream.Line() + cursor.Lines(),
                                     "\"" + std::string(word) + "\" is no index (" +
                                         std::string(stream.Name()) + ").");
-            break;
+            return std::nullopt;
         }
         indices.push_back(static_cast<Index>(*index));
     }
@@ -124,7 +126,7 @@ PrimitiveSet ParseSet(const ElementReader& element)
 {
     PrimitiveSet set;
     set.SkinningMode = element.Text("SkinningMode");
-    set.BoneIndexTable = ParseIndices<int>(element.Child("BoneIndexTable"));
+    set.BoneIndexTable = ParseIndices<int>(element.Child("BoneIndexTable")).value_or(std::vector<int>());
     set.Line = element.Line();
     const ElementReader streams = element.Child("Primitives").Child("PrimitiveQtr").Child("IndexStreams");
     for (const ElementReader& stream : streams.Children()) {
@@ -175,9 +177,11 @@ IndexStream ParseIndexStream(const ElementReader& element)
     IndexStream stream;
     stream.PrimitiveMode = element.Text("PrimitiveMode");
     stream.IsUbyte = element.Name() == "UbyteIndexStreamQtr";
-    stream.Indices = ParseIndices<std::uint32_t>(element);
     stream.Line = element.Line();
-    CheckStatedSize(element, "Size", stream.Indices.size());
+    if (std::optional<std::vector<std::uint32_t>> indices = ParseIndices<std::uint32_t>(element)) {
+        stream.Indices = std::move(*indices);
+        CheckStatedSize(element, "Size", stream.Indices.size());
+    }
     return stream;
 }
 
@@ -191,10 +195,11 @@ VertexStream ParseVertexStream(const ElementReader& element, const Vector3& posi
     stream.Scale = static_cast<float>(scale);
     stream.QuantizedMode = stream.IsConstant ? "Float" : element.Text("QuantizedMode");
     stream.Line = element.Line();
-    const std::vector<double> numbers = ParseNumbers(element);
-    if (stream.Dimension == 0) {
+    const std::optional<std::vector<double>> parsed = ParseNumbers(element);
+    if (!parsed || stream.Dimension == 0) {
         return stream;
     }
+    const std::vector<double>& numbers = *parsed;
     CheckRows(element, stream, numbers.size());
     if (!stream.IsConstant) {
         CheckStatedSize(element, "VertexSize", numbers.size() / stream.Dimension);

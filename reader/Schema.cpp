@@ -8,6 +8,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "EmbeddedSchemas.h"
 
@@ -180,22 +181,81 @@ std::unique_ptr<xmlDoc, FreeDocument> BuildDocument(const XmlElement& root)
     return document;
 }
 
-long LineOf(const void* errorNode)
+const XmlElement* ElementOf(const void* errorNode)
 {
     const xmlNode* node = static_cast<const xmlNode*>(errorNode);
     while (node != nullptr && (node->type != XML_ELEMENT_NODE || node->_private == nullptr)) {
         node = node->parent;
     }
-    return node == nullptr ? 0 : static_cast<const XmlElement*>(node->_private)->Line;
+    return node == nullptr ? nullptr : static_cast<const XmlElement*>(node->_private);
 }
 
+std::string Cut(std::string text)
+{
+    constexpr std::size_t MostShown = 300;
+    return text.size() > MostShown ? text.substr(0, MostShown) + "..." : text;
+}
+
+/// The attributes of an element as they stand.
+std::string AttributeText(const XmlElement& element)
+{
+    std::string text;
+    for (const XmlAttribute& attribute : element.Attributes) {
+        text += " " + std::string(attribute.Name) + "=\"" + std::string(attribute.Value) + "\"";
+    }
+    return Cut(text);
+}
+
+/// What the library says, and the element that it is about.
+struct SchemaMessage
+{
+    std::string Text;
+    const XmlElement* Element = nullptr;
+};
+
+/// Of wrong attributes the library tells the element's name, but may point at its first child.
+SchemaMessage ExplainAttributes(SchemaMessage message)
+{
+    constexpr std::string_view Before = "Element ";
+    constexpr std::string_view Behind = " failed to validate attributes";
+    if (!message.Text.starts_with(Before) || !message.Text.ends_with(Behind)) {
+        return message;
+    }
+    const std::string_view name =
+        std::string_view(message.Text)
+            .substr(Before.size(), message.Text.size() - Before.size() - Behind.size());
+    while (message.Element != nullptr && message.Element->Name != name) {
+        message.Element = message.Element->Parent;
+    }
+    if (message.Element != nullptr) {
+        message.Text += ":" + AttributeText(*message.Element);
+    }
+    return message;
+}
+
+SchemaMessage ExplainText(SchemaMessage message)
+{
+    if (message.Text.starts_with("Error validating") && message.Element != nullptr) {
+        message.Text += ": \"" + Cut(std::string(message.Element->Text)) + "\"";
+    }
+    return message;
+}
+
+/// The library tells a failure once more for each list and element around it; the first one of a line is the
+/// innermost and says it. Malformed numbers, keys and images were told by their readers, more exactly.
 void OnSchemaError(void* context, xmlErrorPtr error)
 {
-    std::string text = error->message == nullptr ? "" : error->message;
-    while (!text.empty() && text.back() == '\n') {
-        text.pop_back();
+    FindingList& findings = *static_cast<FindingList*>(context);
+    SchemaMessage message{error->message == nullptr ? "" : error->message, ElementOf(error->node)};
+    while (message.Text.ends_with('\n')) {
+        message.Text.pop_back();
     }
-    static_cast<FindingList*>(context)->Error("TQ-SCHEMA", LineOf(error->node), text + ".");
+    message = ExplainText(ExplainAttributes(std::move(message)));
+    const long line = message.Element == nullptr ? 0 : message.Element->Line;
+    const bool isEcho = message.Text.ends_with("failed to validate content") && findings.HasErrors();
+    if (!isEcho && !findings.HasAt(line)) {
+        findings.Error("TQ-SCHEMA", line, message.Text + ".");
+    }
 }
 
 } // namespace
@@ -208,7 +268,7 @@ void CheckSchema(FileKind kind, const XmlTree& tree, FindingList& findings)
     xmlRelaxNGSetValidStructuredErrors(validator, OnSchemaError, &findings);
     const int result = schema == nullptr ? -1 : xmlRelaxNGValidateDoc(validator, document.get());
     xmlRelaxNGFreeValidCtxt(validator);
-    if (result != 0 && !findings.Has("TQ-SCHEMA")) {
+    if (result != 0 && !findings.HasErrors()) {
         findings.Error("TQ-SCHEMA", 0, "The file does not follow the grammar of its kind.");
     }
 }

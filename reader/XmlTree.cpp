@@ -73,7 +73,10 @@ bool IsBlank(std::string_view text)
 class XmlTreeBuilder
 {
 public:
-    explicit XmlTreeBuilder(FindingList& findings) : m_findings(findings) {}
+    XmlTreeBuilder(FindingList& findings, std::size_t mostItems)
+        : m_findings(findings),
+          m_mostItems(mostItems)
+    {}
 
     std::optional<XmlTree> Parse(std::string_view text);
 
@@ -110,6 +113,7 @@ private:
     std::string_view KeepName(std::string_view prefix, std::string_view name);
 
     FindingList& m_findings;
+    std::size_t m_mostItems;
     xmlParserCtxtPtr m_parser = nullptr;
     XmlTree m_tree;
     std::unordered_set<std::string_view> m_names;
@@ -236,9 +240,9 @@ void XmlTreeBuilder::Stop(std::string_view code, long line, std::string text)
 bool XmlTreeBuilder::CountItems(std::size_t count)
 {
     m_itemCount += count;
-    if (m_itemCount > XmlTree::MostItems) {
+    if (m_itemCount > m_mostItems) {
         Stop("TQ-XML-SIZE", Line(),
-             "There are more than " + std::to_string(XmlTree::MostItems) + " elements and attributes.");
+             "There are more than " + std::to_string(m_mostItems) + " elements and attributes.");
     }
     return !m_isStopped;
 }
@@ -271,9 +275,10 @@ std::optional<XmlTree> XmlTreeBuilder::Parse(std::string_view text)
     xmlSAXHandler handler = Handler();
     xmlSAXHandler* const own = std::exchange(m_parser->sax, &handler);
     m_parser->_private = this;
+    // Entities are replaced in attributes too: the five of XML, for there are no others.
     // Without the huge option texts of more than ten million bytes are refused. What it guards against
     // otherwise needs entities, and there are none.
-    xmlCtxtUseOptions(m_parser, XML_PARSE_NONET | XML_PARSE_HUGE);
+    xmlCtxtUseOptions(m_parser, XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE);
     xmlParseDocument(m_parser);
     const bool isWellFormed = m_parser->wellFormed != 0;
     m_parser->sax = own;
@@ -288,7 +293,7 @@ std::optional<XmlTree> XmlTreeBuilder::Parse(std::string_view text)
     return std::move(m_tree);
 }
 
-std::optional<XmlTree> XmlTree::Parse(std::string_view text, FindingList& findings)
+std::optional<XmlTree> XmlTree::Parse(std::string_view text, FindingList& findings, std::size_t mostItems)
 {
     const std::size_t type = text.find("<!DOCTYPE");
     if (type != std::string_view::npos) {
@@ -296,7 +301,7 @@ std::optional<XmlTree> XmlTree::Parse(std::string_view text, FindingList& findin
         findings.Error("TQ-XML-DOCTYPE", line, "A document type is not allowed.");
         return std::nullopt;
     }
-    return XmlTreeBuilder(findings).Parse(text);
+    return XmlTreeBuilder(findings, mostItems).Parse(text);
 }
 
 } // namespace tq4x::reader

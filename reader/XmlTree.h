@@ -54,7 +54,8 @@ public:
     /// Parses UTF-8 text. Nothing, with a finding of code "TQ-XML...", if it is not well-formed, has a
     /// document type or exceeds a limit. No entity but the five of XML itself is known, nothing is ever
     /// loaded.
-    [[nodiscard]] static std::optional<XmlTree> Parse(std::string_view text, FindingList& findings);
+    [[nodiscard]] static std::optional<XmlTree> Parse(std::string_view text, FindingList& findings,
+                                                      std::size_t mostItems = MostItems);
 
     [[nodiscard]] const XmlElement& Root() const { return *m_root; }
 

@@ -7,6 +7,9 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
+# Optimised builds use -O2: -O3 gains nothing measurable here and costs build time.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+
 # One layout for the build tree and for an installation: the program finds the host's library and the
 # plug-in relative to itself.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")

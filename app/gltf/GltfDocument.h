@@ -354,8 +354,22 @@ struct Document
 
 [[nodiscard]] constexpr std::size_t ComponentCount(AccessorShape shape)
 {
-    constexpr std::array<std::size_t, 7> Counts = {1, 2, 3, 4, 4, 9, 16};
-    return Counts[static_cast<std::size_t>(shape)];
+    switch (shape) {
+    case AccessorShape::Scalar:
+        return 1;
+    case AccessorShape::Vec2:
+        return 2;
+    case AccessorShape::Vec3:
+        return 3;
+    case AccessorShape::Vec4:
+    case AccessorShape::Mat2:
+        return 4;
+    case AccessorShape::Mat3:
+        return 9;
+    case AccessorShape::Mat4:
+        return 16;
+    }
+    return 0; // no other shape is ever read
 }
 
 [[nodiscard]] constexpr std::size_t ByteSize(ComponentType type)

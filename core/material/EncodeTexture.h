@@ -29,8 +29,8 @@ struct TileTable
 TileTable BuildTileTable(const PixelView& level);
 
 /// Encodes a level tile by tile, in rows of tiles from the top left, and returns the place behind what was
-/// written. `out` has room for the level. Formats with half a byte a pixel leave out the second half of a
-/// level of one pixel. `Etc1` and `Etc1_a4` write nothing: there is no encoder for them.
+/// written. `out` has room for the whole bytes of the level: a single pixel of half a byte is left out.
+/// `Etc1` and `Etc1_a4` write nothing: there is no encoder for them.
 std::uint8_t* EncodeLevel(std::uint8_t* out, const PixelView& level, TextureFormat format, bool hasAlpha);
 
 /// Fills `TextureData` from `Pixels`: face after face, each with all its levels. Needs a tested size, a

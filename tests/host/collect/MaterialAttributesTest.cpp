@@ -158,7 +158,9 @@ TEST(MaterialAttributes, UserDataIsReadIntoTheMaterial)
     const std::vector<UserDataItem>& items = run.Of(material).UserData;
     ASSERT_EQ(items.size(), 2u);
     EXPECT_EQ(items[0].Key, "count");
+    EXPECT_THAT(items[0].Integers, ElementsAre(1, 2));
     EXPECT_EQ(items[1].Key, "note");
+    EXPECT_THAT(items[1].Strings, ElementsAre("old"));
 }
 
 TEST(MaterialAttributes, FragmentLightingOffMakesNoTable)

@@ -1,6 +1,6 @@
 #include "support/ExportRun.h"
-#include "support/Golden.h"
 #include "support/TgaBuilder.h"
+#include "support/ToolInstallation.h"
 
 #include <algorithm>
 
@@ -54,6 +54,7 @@ TEST(TextureFiles, EachTextureHasItsFile)
     SceneMaterial material =
         scene.Material("m", "lambert").Image("diffuse", tga, "Set").Image("ambient", "wood.png", "Set");
     AddPlate(scene, "plate", material);
+    const ToolInstallation tool;
     const ExportRun run;
     EXPECT_TRUE(run.Succeeded());
     EXPECT_THAT(run.Messages(), IsEmpty());
@@ -68,6 +69,7 @@ TEST(TextureFiles, NoneAreWrittenIfNoneAreWanted)
     SceneMaterial material =
         scene.Material("m", "lambert").Image("diffuse", "absent.tga", "Set").Image("ambient", "a.png", "Set");
     AddPlate(scene, "plate", material);
+    const ToolInstallation tool;
     const ExportRun run({"OutputQtex:false"});
     EXPECT_TRUE(run.Succeeded());
     EXPECT_THAT(run.Messages(), IsEmpty());
@@ -95,6 +97,7 @@ TEST(TextureFiles, MissingOnesAreToldOnceAndTheRestGoesOn)
     AddPlate(scene, "a", first);
     AddPlate(scene, "b", second);
     AddPlate(scene, "c", third);
+    const ToolInstallation tool;
     const ExportRun run;
     EXPECT_TRUE(run.Succeeded());
     // The two clips of the missing file are two pictures, so that each is told about where it is collected.
@@ -112,6 +115,7 @@ TEST(TextureFiles, NormalMapsHaveTheirOwnFormat)
     SceneBuilder scene;
     SceneMaterial material = scene.Material("m", "lambert").NormalMap("bumps.png", "Set");
     AddPlate(scene, "plate", material);
+    const ToolInstallation tool;
     const ExportRun run;
     EXPECT_TRUE(run.Succeeded());
     EXPECT_TRUE(run.FileHolds("Textures/bumps.qtex", "Format=\"Hilo8\""));
@@ -124,6 +128,7 @@ TEST(TextureFiles, TheFirstUseDecidesBetweenColourAndNormals)
     SceneMaterial normal = scene.Material("b", "lambert").NormalMap("both.png", "Set");
     AddPlate(scene, "plate", colour);
     AddPlate(scene, "plate2", normal);
+    const ToolInstallation tool;
     const ExportRun run;
     EXPECT_TRUE(run.Succeeded());
     EXPECT_THAT(run.Messages(), IsEmpty());
@@ -141,6 +146,7 @@ TEST(TextureFiles, NamesThatChangeOrClashAreTold)
     SceneMaterial other = scene.Material("n", "lambert").Image("diffuse", "three/stone.png", "Set");
     AddPlate(scene, "plate", material);
     AddPlate(scene, "plate2", other);
+    const ToolInstallation tool;
     const ExportRun run;
     EXPECT_TRUE(run.Succeeded());
     EXPECT_THAT(run.Messages(),
@@ -158,6 +164,7 @@ TEST(TextureFiles, MaterialsOfOtherMeshesAreNotExported)
     SceneMaterial used = scene.Material("used", "lambert");
     scene.Material("unused", "lambert").Image("diffuse", "absent.tga", "Set");
     AddPlate(scene, "plate", used);
+    const ToolInstallation tool;
     const ExportRun run;
     EXPECT_TRUE(run.Succeeded());
     EXPECT_THAT(run.Messages(), IsEmpty());
@@ -173,6 +180,7 @@ TEST(TextureFiles, TooManyStagesFailTheExport)
         material.Layer(file, "Set");
     material.NormalMap("d.png", "Set");
     AddPlate(scene, "plate", material);
+    const ToolInstallation tool;
     const ExportRun run;
     EXPECT_FALSE(run.Succeeded());
     EXPECT_THAT(run.Messages(), ElementsAre("E The number of composite texture is over 3(m)"));

@@ -15,7 +15,7 @@
 #include <xsi_x3dobject.h>
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 namespace tq4x
 {
@@ -111,6 +111,8 @@ void ExportX3DObject::CheckFinite(bool isFinite)
 
 void ExportX3DObject::RegisterName()
 {
+    if (std::exchange(m_isNamed, true))
+        return;
     const std::string hostName = ObjectName();
     m_bone->Name = Context.NodeNames.GetUniqueName(hostName);
     if (m_bone->Name != hostName)

@@ -26,6 +26,10 @@ public:
     /// children.
     void Link() override;
 
+    /// Takes the unique name, once. All objects have theirs before the first is exported, since the bones of
+    /// a skin are sorted by name.
+    void RegisterName();
+
     /// Name, scaling rule, attribute properties, place in the tree, bind pose, samples, channels. The parent
     /// must have run before. False for an object that the host no longer knows.
     bool Export() override;
@@ -41,7 +45,6 @@ protected:
 
 private:
     ExportX3DObject* FindParent() const;
-    void RegisterName();
     void ReadScalingRule();
     void ReadProperties();
     void ReadBillboard(int type);
@@ -56,6 +59,7 @@ private:
     std::unique_ptr<tq4x::Bone> m_ownedBone; ///< until the bone joins the tree, which owns it from then on
     tq4x::Bone* m_bone;                      ///< made with the collector, so that skins can refer to it
     XSI::CRef m_visibility;                  ///< the object's visibility property, if it has one
+    bool m_isNamed = false;
     bool m_isToldNotFinite = false;
 };
 

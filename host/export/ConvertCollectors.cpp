@@ -78,6 +78,13 @@ bool RunPhase(ExportContext& context, Phase phase)
     return true;
 }
 
+void RegisterNames(const ExportContext& context)
+{
+    for (ExportBase* collector : context.InOrderOfCreation)
+        if (collector->IsKindOf(CollectorKind::X3DObject))
+            static_cast<ExportX3DObject*>(collector)->RegisterName();
+}
+
 bool FinishMaterials(ExportContext& context)
 {
     return std::all_of(
@@ -86,14 +93,20 @@ bool FinishMaterials(ExportContext& context)
         });
 }
 
+/// Skins refer to bones that come later in the scene, by their names.
+bool RunSceneObjects(ExportContext& context)
+{
+    RegisterNames(context);
+    return RunPhase(context, Phase::SceneObjects);
+}
+
 } // namespace
 
 bool ConvertCollectors(ExportContext& context)
 {
     CheckScalingRules(context);
     return RunPhase(context, Phase::Shaders) && RunPhase(context, Phase::Textures) &&
-           RunPhase(context, Phase::AmbientLight) && RunPhase(context, Phase::SceneObjects) &&
-           FinishMaterials(context);
+           RunPhase(context, Phase::AmbientLight) && RunSceneObjects(context) && FinishMaterials(context);
 }
 
 } // namespace tq4x

@@ -43,6 +43,7 @@ inline constexpr std::size_t AnyNumber = static_cast<std::size_t>(-1);
 // The rows of the table.
 extern const Command ExportCommand;
 extern const Command InfoCommand;
+extern const Command CheckCommand;
 extern const Command CommandsCommand;
 extern const Command RunCommand;
 extern const Command HelpCommand;

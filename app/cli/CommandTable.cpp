@@ -8,8 +8,8 @@ namespace tq4x::cli
 namespace
 {
 
-constexpr std::array<const Command*, 5> Rows = {
-    &ExportCommand, &InfoCommand, &CommandsCommand, &RunCommand, &HelpCommand,
+constexpr std::array<const Command*, 6> Rows = {
+    &ExportCommand, &InfoCommand, &CheckCommand, &CommandsCommand, &RunCommand, &HelpCommand,
 };
 
 constexpr OptionSpec Common[] = {

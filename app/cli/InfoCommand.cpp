@@ -1,6 +1,10 @@
+#include <algorithm>
+
 #include "cli/Command.h"
+#include "cli/FindingText.h"
 #include "cli/SceneInfo.h"
 #include "cli/Terminal.h"
+#include "cli/WrittenInfo.h"
 #include "gltf/OpenDocument.h"
 #include "gltf/SceneError.h"
 
@@ -22,8 +26,25 @@ struct FileInfo
     std::string Error;
 };
 
+/// Of a file that the exporter wrote.
+FileInfo DescribeWritten(const std::string& file)
+{
+    reader::FindingList findings(file);
+    const std::optional<reader::Document> document = reader::ReadDocument(file, findings);
+    const std::vector<reader::Finding> all = findings.Take();
+    const auto error = std::ranges::find(all, reader::Severity::Error, &reader::Finding::Level);
+    if (error != all.end()) {
+        const std::string line = error->Line > 0 ? "line " + std::to_string(error->Line) + ": " : "";
+        return {"", {}, line + error->Text};
+    }
+    return {FormatWrittenInfo(*document), WrittenInfoAsJson(*document), ""};
+}
+
 FileInfo DescribeFile(const std::string& file, const gltf::OpenOptions& options)
 {
+    if (reader::KindOf(file)) {
+        return DescribeWritten(file);
+    }
     const gltf::OpenedDocument opened = gltf::OpenDocument(file, options);
     if (!opened.Content) {
         return {"", {}, opened.Error};
@@ -62,6 +83,7 @@ ExitCode RunInfo(const Arguments& arguments, Console& console)
 
 } // namespace
 
-const Command InfoCommand = {"info", "FILE...", 1, AnyNumber, "Tells what is in scenes.", Specs, RunInfo};
+const Command InfoCommand = {"info", "FILE...", 1, AnyNumber, "Tells what is in scenes and in written files.",
+                             Specs,  RunInfo};
 
 } // namespace tq4x::cli

@@ -5,8 +5,8 @@
 namespace tq4x::gltf
 {
 
-/// Most values that an accessor without data may stand for: they cost memory that no file has to hold.
-inline constexpr std::uint64_t MaxImplicitValues = 16'777'216;
+/// Most numbers that an accessor without data may stand for: they cost memory that no file has to hold.
+inline constexpr std::uint64_t MaxImplicitNumbers = 16'777'216;
 
 /// Bytes of one value. The columns of matrices of one- and two-byte components start at multiples of four.
 [[nodiscard]] std::uint64_t ElementSize(const Accessor& accessor);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -18,8 +19,20 @@ using JsonObject = std::vector<JsonMember>; ///< in the order of the file, keys 
 /// One JSON value. Whole numbers that fit are integers, all others doubles; a default value is null.
 struct JsonValue
 {
-    std::variant<std::nullptr_t, bool, std::int64_t, double, std::string, JsonArray, JsonObject> Content =
-        nullptr;
+    JsonValue();
+    JsonValue(std::same_as<bool> auto flag) : Content(flag) {} // no pointer may turn into one
+    JsonValue(std::int64_t number);
+    JsonValue(double number);
+    JsonValue(std::string text);
+    JsonValue(JsonArray items);
+    JsonValue(JsonObject members);
+    JsonValue(const JsonValue& other);
+    JsonValue(JsonValue&& other) noexcept;
+    JsonValue& operator=(const JsonValue& other);
+    JsonValue& operator=(JsonValue&& other) noexcept;
+    ~JsonValue();
+
+    std::variant<std::nullptr_t, bool, std::int64_t, double, std::string, JsonArray, JsonObject> Content;
 
     [[nodiscard]] bool IsNull() const { return std::holds_alternative<std::nullptr_t>(Content); }
 

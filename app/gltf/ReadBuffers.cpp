@@ -77,9 +77,10 @@ SparseValues ReadSparse(const JsonPlace& place, const Accessor& accessor, const 
 void CheckAccessorData(const JsonPlace& place, const Accessor& accessor, const Document& document)
 {
     if (!accessor.View) {
-        if (accessor.Count > MaxImplicitValues) {
-            place.Fail("The accessor stands for " + std::to_string(accessor.Count) + " zeros; at most " +
-                       std::to_string(MaxImplicitValues) + " are read.");
+        const auto numbers = MultiplySizes(accessor.Count, ComponentCount(accessor.Shape));
+        if (!numbers || *numbers > MaxImplicitNumbers) {
+            place.Fail("The accessor stands for too many zeros; at most " + std::to_string(MaxImplicitNumbers) +
+                       " are read.");
         }
         return;
     }

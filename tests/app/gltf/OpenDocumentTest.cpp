@@ -276,7 +276,7 @@ TEST(MalformedTest, Accessors)
              R"({"bufferView":0,"byteOffset":9007199254740992,"componentType":5126,"count":1,"type":"MAT4"})"),
          "/accessors/0: The data would end behind its buffer view of 48 bytes."},
         {"zeros without end", WithAccessor(R"({"componentType":5126,"count":4294967295,"type":"MAT4"})"),
-         "/accessors/0: The accessor stands for 4294967295 zeros; at most 16777216 are read."},
+         "/accessors/0: The accessor stands for too many zeros; at most 16777216 are read."},
         {"more sparse values than values",
          WithAccessor(R"({"componentType":5126,"count":1,"type":"SCALAR","sparse":{"count":2}})"),
          "/accessors/0/sparse: More values are replaced than the accessor has."},

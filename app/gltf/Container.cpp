@@ -88,7 +88,11 @@ Container SplitContainer(std::span<const std::uint8_t> file, Notes& notes)
     if (json.Type != JsonChunk) {
         Fail("The first chunk of the file is not JSON.");
     }
-    Container container{AsText(json.Data), std::nullopt};
+    std::string_view text = AsText(json.Data);
+    while (text.ends_with('\0')) {
+        text.remove_suffix(1); // some programs fill up with zeros instead of blanks
+    }
+    Container container{text, std::nullopt};
     if (!rest.empty()) {
         const Chunk binary = TakeChunk(rest);
         if (binary.Type == BinaryChunk) {

@@ -138,6 +138,13 @@ enum class AlphaMode : std::uint8_t
     Blend,
 };
 
+/// KHR_materials_pbrSpecularGlossiness; its diffuse colour and texture stand as the material's base colour.
+struct SpecularGlossiness
+{
+    std::array<double, 3> Specular = {1.0, 1.0, 1.0};
+    double Glossiness = 1.0;
+};
+
 struct Material
 {
     std::string Name;
@@ -155,6 +162,7 @@ struct Material
     double AlphaCutoff = 0.5;
     bool DoubleSided = false;
     bool Unlit = false; ///< KHR_materials_unlit
+    std::optional<SpecularGlossiness> Gloss;
     JsonValue Extras;
 };
 

@@ -94,11 +94,17 @@ struct Formatter
 
 // Out of line, since a list of members is complete only here.
 JsonValue::JsonValue() = default;
+
 JsonValue::JsonValue(std::int64_t number) : Content(number) {}
+
 JsonValue::JsonValue(double number) : Content(number) {}
+
 JsonValue::JsonValue(std::string text) : Content(std::move(text)) {}
+
 JsonValue::JsonValue(JsonArray items) : Content(std::move(items)) {}
+
 JsonValue::JsonValue(JsonObject members) : Content(std::move(members)) {}
+
 JsonValue::JsonValue(const JsonValue& other) = default;
 JsonValue::JsonValue(JsonValue&& other) noexcept = default;
 JsonValue& JsonValue::operator=(const JsonValue& other) = default;

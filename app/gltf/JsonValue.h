@@ -20,7 +20,9 @@ using JsonObject = std::vector<JsonMember>; ///< in the order of the file, keys 
 struct JsonValue
 {
     JsonValue();
+
     JsonValue(std::same_as<bool> auto flag) : Content(flag) {} // no pointer may turn into one
+
     JsonValue(std::int64_t number);
     JsonValue(double number);
     JsonValue(std::string text);

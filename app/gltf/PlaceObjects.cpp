@@ -28,8 +28,11 @@ Math::CTransformation ToTransform(const Pose& pose)
 /// Columns of the file are rows of the host, so the sixteen numbers stay in their order.
 Math::CMatrix4 ToMatrix(const std::array<double, 16>& columns)
 {
+    std::array<double, 16> rows = columns;
+    rows[3] = rows[7] = rows[11] = 0.0; // what else stood there could not be a placing
+    rows[15] = 1.0;
     Math::CMatrix4 matrix;
-    matrix.Set(columns.data());
+    matrix.Set(rows.data());
     return matrix;
 }
 

@@ -79,8 +79,8 @@ void CheckAccessorData(const JsonPlace& place, const Accessor& accessor, const D
     if (!accessor.View) {
         const auto numbers = MultiplySizes(accessor.Count, ComponentCount(accessor.Shape));
         if (!numbers || *numbers > MaxImplicitNumbers) {
-            place.Fail("The accessor stands for too many zeros; at most " + std::to_string(MaxImplicitNumbers) +
-                       " are read.");
+            place.Fail("The accessor stands for too many zeros; at most " +
+                       std::to_string(MaxImplicitNumbers) + " are read.");
         }
         return;
     }

@@ -99,12 +99,26 @@ void ReadMetallicRoughness(const JsonPlace& place, Material& material, const Doc
     material.MetallicRoughnessTexture = ReadTextureUse(place, "metallicRoughnessTexture", document);
 }
 
+void ReadSpecularGlossiness(const JsonPlace& place, Material& material, const Document& document)
+{
+    material.BaseColor = {1.0, 1.0, 1.0, 1.0};
+    ReadNumbers(place, "diffuseFactor", material.BaseColor);
+    material.BaseColorTexture = ReadTextureUse(place, "diffuseTexture", document);
+    material.MetallicRoughnessTexture.reset(); // it belongs to the other way of telling the same
+    SpecularGlossiness& gloss = material.Gloss.emplace();
+    ReadNumbers(place, "specularFactor", gloss.Specular);
+    gloss.Glossiness = ReadNumber(place, "glossinessFactor", 1.0);
+}
+
 Material ReadMaterial(const JsonPlace& place, const Document& document)
 {
     Material material;
     material.Name = ReadText(place, "name");
     if (const auto shading = place.Find("pbrMetallicRoughness")) {
         ReadMetallicRoughness(*shading, material, document);
+    }
+    if (const auto gloss = FindExtension(place, "KHR_materials_pbrSpecularGlossiness")) {
+        ReadSpecularGlossiness(*gloss, material, document);
     }
     material.NormalTexture = ReadTextureUse(place, "normalTexture", document);
     material.OcclusionTexture = ReadTextureUse(place, "occlusionTexture", document);

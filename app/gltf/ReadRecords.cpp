@@ -9,10 +9,11 @@ namespace
 {
 
 // Extensions that this reader takes over.
-constexpr std::array<std::string_view, 7> KnownExtensions = {
-    "KHR_texture_transform", "KHR_lights_punctual",   "KHR_materials_unlit",
-    "KHR_node_visibility",   "KHR_animation_pointer", "KHR_materials_emissive_strength",
-    "KHR_mesh_quantization",
+constexpr std::array<std::string_view, 8> KnownExtensions = {
+    "KHR_texture_transform", "KHR_lights_punctual",
+    "KHR_materials_unlit",   "KHR_node_visibility",
+    "KHR_animation_pointer", "KHR_materials_emissive_strength",
+    "KHR_mesh_quantization", "KHR_materials_pbrSpecularGlossiness",
 };
 
 bool IsKnown(std::string_view extension)

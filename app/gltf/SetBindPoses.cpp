@@ -37,6 +37,8 @@ std::vector<Math::CMatrix4> ReadInverseBindMatrices(const Document& document, st
                              "The matrix of joint " + std::to_string(joint) +
                                  " holds a number that is none.");
         }
+        row[3] = row[7] = row[11] = 0.0; // single precision may leave next to nothing there
+        row[15] = 1.0;
         matrices[joint].Set(row);
     }
     return matrices;

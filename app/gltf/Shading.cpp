@@ -28,6 +28,9 @@ double MeanOf(const Picture& picture, std::size_t channel)
 SurfaceFinish ComputeFinish(const Material& material, const Picture* picture)
 {
     SurfaceFinish finish{material.Metallic, material.Roughness};
+    if (material.Gloss) {
+        finish = {0.0, 1.0 - material.Gloss->Glossiness};
+    }
     if (picture != nullptr && !picture->Pixels.empty()) {
         finish.Roughness *= MeanOf(*picture, 1);
         finish.Metallic *= MeanOf(*picture, 2);
@@ -43,7 +46,8 @@ Shading ComputeShading(const Material& material, const SurfaceFinish& finish)
     const double m = finish.Metallic;
     for (std::size_t i = 0; i < 3; ++i) {
         shading.Diffuse[i] = material.BaseColor[i];
-        shading.Specular[i] = DielectricReflectance * (1.0 - m) + material.BaseColor[i] * m;
+        shading.Specular[i] = material.Gloss ? material.Gloss->Specular[i]
+                                             : DielectricReflectance * (1.0 - m) + material.BaseColor[i] * m;
         shading.Emission[i] = material.Emissive[i];
     }
     shading.EmissionScale = material.EmissiveStrength;

@@ -35,6 +35,8 @@ struct SurfaceFinish
 /// on; exponent 2 / r^4 - 2 for roughness r, which gives a cosine power the width of a microfacet surface of
 /// that roughness, held within 1 and `MaxShininess`. The diffuse colour is the base colour also for metals:
 /// nothing else would show, since there are no reflections of the surroundings.
+/// A material of specular colour and glossiness brings its highlight's colour itself; its roughness is
+/// 1 - glossiness.
 [[nodiscard]] Shading ComputeShading(const Material& material, const SurfaceFinish& finish);
 
 inline constexpr double MaxShininess = 300.0;

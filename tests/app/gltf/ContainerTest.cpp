@@ -60,6 +60,13 @@ TEST(ContainerTest, NotesBytesBehindTheEnd)
     EXPECT_EQ(notes[0].Text, "The file has 5 bytes behind its end.");
 }
 
+TEST(ContainerTest, ZerosBehindTheJsonAreNoJson)
+{
+    const Bytes file = Join({Header(2, 12 + 8 + 4), Chunk("JSON", 4, {'{', '}', 0, 0})});
+    Notes notes;
+    EXPECT_EQ(SplitContainer(file, notes).Json, "{}");
+}
+
 TEST(ContainerTest, PassesOverUnknownChunks)
 {
     const Bytes file = Join(

@@ -101,6 +101,25 @@ TEST(OpenDocumentTest, ReadsMaterials)
     EXPECT_FALSE(plain.DoubleSided || plain.Unlit || plain.BaseColorTexture);
 }
 
+TEST(OpenDocumentTest, SpecularAndGlossinessStandForBaseColour)
+{
+    const Document document = MustOpen(WithAsset(R"("extensionsUsed":["KHR_materials_pbrSpecularGlossiness"],
+        "extensionsRequired":["KHR_materials_pbrSpecularGlossiness"],"images":[{"uri":"a.png"}],
+        "textures":[{"source":0},{"source":0}],"materials":[{"pbrMetallicRoughness":{"baseColorFactor":[1,0,0,1],
+        "baseColorTexture":{"index":0},"metallicRoughnessTexture":{"index":0}},
+        "extensions":{"KHR_materials_pbrSpecularGlossiness":{"diffuseFactor":[0.1,0.2,0.3,0.4],
+        "diffuseTexture":{"index":1},"specularFactor":[0.5,0.6,0.7],"glossinessFactor":0.8}}},
+        {"extensions":{"KHR_materials_pbrSpecularGlossiness":{}}}])"));
+    const Material& material = document.Materials.at(0);
+    EXPECT_EQ(material.BaseColor, (std::array{0.1, 0.2, 0.3, 0.4}));
+    EXPECT_EQ(material.BaseColorTexture->Texture, 1u);
+    EXPECT_FALSE(material.MetallicRoughnessTexture);
+    EXPECT_EQ(material.Gloss->Specular, (std::array{0.5, 0.6, 0.7}));
+    EXPECT_EQ(material.Gloss->Glossiness, 0.8);
+    EXPECT_EQ(document.Materials.at(1).Gloss->Specular, (std::array{1.0, 1.0, 1.0}));
+    EXPECT_TRUE(document.Unread.empty());
+}
+
 TEST(OpenDocumentTest, DefaultSceneIsTheFirstElseAllRoots)
 {
     EXPECT_EQ(MustOpen(WithAsset(R"("nodes":[{},{"children":[0]},{}],"scenes":[{"nodes":[2]},{}])")).Roots,

@@ -69,6 +69,17 @@ TEST(ShadingTest, FinishTakesTheMeansOfThePicture)
     EXPECT_NEAR(textured.Roughness, 0.16, 1e-12);
 }
 
+TEST(ShadingTest, GlossyMaterialsBringTheirHighlight)
+{
+    Material material;
+    material.Gloss = SpecularGlossiness{{0.5, 0.25, 0.125}, 0.5};
+    const SurfaceFinish finish = ComputeFinish(material, nullptr);
+    EXPECT_EQ(finish.Roughness, 0.5);
+    const Shading shading = ComputeShading(material, finish);
+    EXPECT_EQ(shading.Specular, (std::array{0.5, 0.25, 0.125}));
+    EXPECT_NEAR(shading.Shininess, 30.0, 1e-9);
+}
+
 TEST(ShadingTest, FinishStaysInRange)
 {
     Material material;

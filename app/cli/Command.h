@@ -45,6 +45,8 @@ extern const Command ExportCommand;
 extern const Command InfoCommand;
 extern const Command CheckCommand;
 extern const Command CommandsCommand;
+extern const Command PagesCommand;
+extern const Command SetCommand;
 extern const Command RunCommand;
 extern const Command HelpCommand;
 

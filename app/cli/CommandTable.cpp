@@ -8,8 +8,9 @@ namespace tq4x::cli
 namespace
 {
 
-constexpr std::array<const Command*, 6> Rows = {
-    &ExportCommand, &InfoCommand, &CheckCommand, &CommandsCommand, &RunCommand, &HelpCommand,
+constexpr std::array Rows = {
+    &ExportCommand, &InfoCommand, &CheckCommand, &CommandsCommand,
+    &PagesCommand,  &SetCommand,  &RunCommand,   &HelpCommand,
 };
 
 constexpr OptionSpec Common[] = {

@@ -66,4 +66,10 @@ FoundObject FindObject(const std::string& name)
     return {Host::RefOf(*found[0]), {}};
 }
 
+std::string PathOf(const XSI::CRef& object)
+{
+    const auto* const node = Host::Objects().Find<Host::NodeObject>(object);
+    return node == nullptr ? std::string() : PathOf(*node);
+}
+
 } // namespace tq4x::cli

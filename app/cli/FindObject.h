@@ -18,4 +18,7 @@ struct FoundObject
 /// "left/arm/hand". The nearest name is proposed for one that does not exist.
 [[nodiscard]] FoundObject FindObject(const std::string& name);
 
+/// The path of a 3D object from below the scene root, "left/arm/hand"; of a deep one its last part.
+[[nodiscard]] std::string PathOf(const XSI::CRef& object);
+
 } // namespace tq4x::cli

@@ -1,0 +1,164 @@
+#include <memory>
+
+#include "cli/Command.h"
+#include "cli/FindRecord.h"
+#include "cli/HostConnection.h"
+#include "cli/PageEditor.h"
+#include "cli/PluginFile.h"
+#include "cli/ReplaceFile.h"
+#include "cli/ToolFolder.h"
+#include "gltf/OpenDocument.h"
+#include "gltf/ReadFile.h"
+#include "gltf/SceneError.h"
+
+namespace tq4x::cli
+{
+namespace
+{
+
+constexpr OptionSpec Specs[] = {
+    {"--on", 0, "OBJECT", "object or material to mark: its name, a path \"parent/name\", \"material:NAME\""},
+    {"--output", 'o', "OUT", "file to write; default: the scene itself"},
+    {"--user-data", 0, "NAME:TYPE=VALUE",
+     "set an item of user data; TYPE is string, integer or float, \"\\n\" parts lines", true},
+    {"--asset-root", 0, "DIR", "allow files of the scene anywhere below this folder"},
+    {"--plugin", 0, "FILE", "load this plug-in; default: $TQ4X_PLUGIN, else the one beside the program"},
+};
+
+/// One run of the command. Each step answers whether the next may follow.
+class Setter
+{
+public:
+    Setter(const Arguments& arguments, Console& console)
+        : m_arguments(arguments),
+          m_console(console),
+          m_connection(console, {}),
+          m_scene(arguments.Positionals[0])
+    {}
+
+    ExitCode Run()
+    {
+        ExitCode code = LoadPlugin();
+        code = code == Done ? Find() : code;
+        code = code == Done ? Change() : code;
+        return code == Done ? Save() : code;
+    }
+
+private:
+    ExitCode Fail(ExitCode code, const std::string& text)
+    {
+        m_console.Error(text);
+        return code;
+    }
+
+    ExitCode LoadPlugin()
+    {
+        const std::string problem = LoadPluginFile(FindPluginFile(m_arguments.Value("--plugin")));
+        return problem.empty() ? Done : Fail(NoPlugin, problem);
+    }
+
+    ExitCode Find()
+    {
+        const auto name = m_arguments.Value("--on");
+        if (!name) {
+            return Fail(WrongUsage, "The option --on must name what is to be marked.");
+        }
+        const gltf::OpenedDocument opened =
+            gltf::OpenDocument(m_scene, {m_arguments.Value("--asset-root").value_or("")});
+        if (!opened.Content) {
+            m_console.Tell(Severity::Error, m_scene.string(), opened.Error);
+            return BadInput;
+        }
+        m_record = FindRecord(*opened.Content, *name);
+        return m_record.Error.empty() ? Done : Fail(WrongUsage, m_record.Error);
+    }
+
+    ExitCode Change()
+    {
+        PageEditor editor(m_record.Extras, m_console);
+        for (std::size_t i = 1; i < m_arguments.Positionals.size(); ++i) {
+            const std::string problem = SetParameter(editor, m_arguments.Positionals[i]);
+            if (!problem.empty()) {
+                return Fail(WrongUsage, problem);
+            }
+        }
+        for (const std::string& item : m_arguments.Values("--user-data")) {
+            const std::string problem = editor.SetUserData(item);
+            if (!problem.empty()) {
+                return Fail(WrongUsage, problem);
+            }
+        }
+        m_changes = editor.Changes();
+        if (m_changes.empty()) {
+            return Fail(WrongUsage, "There is nothing to set: PARAMETER=VALUE or --user-data is missing.");
+        }
+        return editor.HasRefused() ? WrongUsage : Done;
+    }
+
+    std::string SetParameter(PageEditor& editor, const std::string& word)
+    {
+        const std::size_t equals = word.find('=');
+        if (equals == std::string::npos) {
+            return "A parameter is set by PARAMETER=VALUE, not \"" + word + "\".";
+        }
+        const std::string parameter = word.substr(0, equals);
+        const std::string type = editor.FindType(parameter);
+        const bool isForMaterials = gltf::PageParameters::IsForMaterials(type);
+        const bool isUserData = type == "TQ4X_ForPennonUserDataProp";
+        if (isForMaterials && !m_record.HasMaterial) {
+            return "The parameter " + parameter + " belongs to materials; the object has none.";
+        }
+        if (isUserData) {
+            return "User data is set by --user-data NAME:TYPE=VALUE, not by " + parameter + ".";
+        }
+        if (m_record.IsMaterial && !type.empty() && !isForMaterials) {
+            return "The parameter " + parameter + " belongs to objects, not to materials.";
+        }
+        return editor.Set(parameter, word.substr(equals + 1));
+    }
+
+    ExitCode Save()
+    {
+        const std::filesystem::path target = m_arguments.Value("--output").value_or(m_scene.string());
+        const gltf::FileContent content = gltf::ReadFile(m_scene);
+        std::string edited;
+        try {
+            edited = gltf::EditFileExtras(content.Data, m_record.Place, m_changes);
+        } catch (const gltf::SceneError& error) {
+            m_console.Tell(Severity::Error, m_scene.string(), error.Place + ": " + error.Text);
+            return BadInput;
+        }
+        if (!ReplaceFile(target, edited)) {
+            return Fail(BadOutput, "The file " + target.string() + " can't be written.");
+        }
+        for (const gltf::JsonMember& change : m_changes) {
+            m_console.Result(change.Key + " = " + gltf::FormatJson(change.Value));
+        }
+        return Done;
+    }
+
+    const Arguments& m_arguments;
+    Console& m_console;
+    HostConnection m_connection;
+    std::filesystem::path m_scene;
+    FoundRecord m_record;
+    std::vector<gltf::JsonMember> m_changes;
+};
+
+ExitCode RunSet(const Arguments& arguments, Console& console)
+{
+    const ToolFolder tool;
+    return Setter(arguments, console).Run();
+}
+
+} // namespace
+
+const Command SetCommand = {"set",
+                            "SCENE [PARAMETER=VALUE]...",
+                            1,
+                            AnyNumber,
+                            "Marks an object or material of a scene for the exporter.",
+                            Specs,
+                            RunSet};
+
+} // namespace tq4x::cli

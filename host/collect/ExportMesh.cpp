@@ -2,6 +2,7 @@
 
 #include "collect/ExportMaterial.h"
 #include "collect/FiniteValues.h"
+#include "collect/OpenGeometry.h"
 #include "collect/ReadEnvelope.h"
 #include "export/Each.h"
 #include "export/ExportContext.h"
@@ -18,9 +19,6 @@
 
 #include <xsi_geometryaccessor.h>
 #include <xsi_longarray.h>
-#include <xsi_polygonmesh.h>
-#include <xsi_primitive.h>
-#include <xsi_property.h>
 
 #include <algorithm>
 
@@ -30,40 +28,7 @@ namespace
 {
 
 constexpr std::size_t MostCoordinateSets = 3;
-constexpr double DefaultDiscontinuityAngle = 60.0; // degrees
 constexpr const char* TangentShader = "Softimage.material-ward.1.0";
-
-struct Discontinuity
-{
-    bool IsOn = true;
-    double Angle = DefaultDiscontinuityAngle;
-};
-
-Discontinuity ReadDiscontinuity(const XSI::X3DObject& object)
-{
-    Discontinuity discontinuity;
-    for (const XSI::CRef& reference : Each(object.GetProperties())) {
-        const XSI::Property property(reference);
-        if (property.GetType() != "geomapprox")
-            continue;
-        const XSI::CValue isOn = property.GetParameterValue("gapproxmoad");
-        const XSI::CValue angle = property.GetParameterValue("gapproxmoan");
-        if (!isOn.IsEmpty())
-            discontinuity.IsOn = static_cast<bool>(isOn);
-        if (!angle.IsEmpty())
-            discontinuity.Angle = static_cast<double>(angle);
-        break;
-    }
-    return discontinuity;
-}
-
-XSI::CGeometryAccessor OpenGeometry(const XSI::X3DObject& object)
-{
-    const Discontinuity discontinuity = ReadDiscontinuity(object);
-    const XSI::PolygonMesh mesh(object.GetActivePrimitive().GetGeometry().GetRef());
-    return mesh.GetGeometryAccessor(XSI::siConstructionModeModeling, XSI::siCatmullClark, 0,
-                                    discontinuity.IsOn, discontinuity.Angle);
-}
 
 VertexSlot SlotAt(VertexSlot first, std::size_t number)
 {

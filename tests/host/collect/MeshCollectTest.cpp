@@ -1,4 +1,5 @@
 #include "collect/ExportMaterial.h"
+#include "collect/OpenGeometry.h"
 #include "geometry/CheckMesh.h"
 #include "support/CollectRun.h"
 
@@ -648,11 +649,29 @@ TEST(MeshCollector, NumbersThatAreNotFiniteAreTold)
 
 TEST(MeshDiscontinuity, ComesFromTheApproximationOfTheObject)
 {
-    Plate plate;
+    const Plate plate;
+    const XSI::CGeometryAccessor::Settings usual = OpenGeometry(plate.Object.Object()).GetSettings();
+    EXPECT_TRUE(usual.UseDiscontinuity);
+    EXPECT_EQ(usual.DiscontinuityAngle, 60.0);
+    EXPECT_EQ(usual.SubdivisionLevel, 0);
+    EXPECT_EQ(usual.Mode, XSI::siConstructionModeModeling);
+
+    XSI::Host::AddPlainProperty(plate.Object, "other", "other");
     const XSI::Property approximation = XSI::Host::AddProperty(plate.Object, "geomapprox");
     XSI::Host::AddParameter(approximation, "gapproxmoad", false);
     XSI::Host::AddParameter(approximation, "gapproxmoan", 12.5);
-    EXPECT_THAT(plate.Collect(), IsEmpty());
+    const XSI::CGeometryAccessor::Settings own = OpenGeometry(plate.Object.Object()).GetSettings();
+    EXPECT_FALSE(own.UseDiscontinuity);
+    EXPECT_EQ(own.DiscontinuityAngle, 12.5);
+}
+
+TEST(MeshDiscontinuity, KeepsItsDefaultsWithoutParameters)
+{
+    const Plate plate;
+    XSI::Host::AddPlainProperty(plate.Object, "geomapprox", "bare");
+    const XSI::CGeometryAccessor::Settings settings = OpenGeometry(plate.Object.Object()).GetSettings();
+    EXPECT_TRUE(settings.UseDiscontinuity);
+    EXPECT_EQ(settings.DiscontinuityAngle, 60.0);
 }
 
 } // namespace

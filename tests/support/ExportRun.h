@@ -28,9 +28,15 @@ public:
     /// The tool's optimisation is not asked for unless the options say so, so that no tool is needed.
     explicit ExportRun(const std::vector<std::string>& options = {}, const std::string& name = "out")
     {
+        EnsurePlugin();
+        Run(options, name);
+    }
+
+    /// Loads the plug-in unless it is there: for scenes that need its pages before they are exported.
+    static void EnsurePlugin()
+    {
         if (!LoadedPlugin().IsValid())
             LoadedPlugin() = LoadLinkedPlugin();
-        Run(options, name);
     }
 
     /// Runs the command again, over the files of the former run.

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "CheckFiles.h"
 #include "support/PluginCallbacks.h"
 #include "support/SceneBuilder.h"
 #include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
 
 #include <xsi_application.h>
 
@@ -52,6 +55,8 @@ public:
         arguments.Add(texts);
         XSI::CValue result;
         m_status = XSI::Application().ExecuteCommand("TQ4X_ForPennonExport", arguments, result);
+        if (Succeeded())
+            ExpectGoodFiles();
     }
 
     bool Succeeded() const { return m_status.Succeeded(); }
@@ -82,6 +87,17 @@ public:
     }
 
 private:
+    /// Whatever a test exports is read back and must be well, less the pictures that its scene may lack.
+    void ExpectGoodFiles() const
+    {
+        const reader::CheckResult result = reader::CheckFiles(std::vector{m_folder.Path()});
+        for (const reader::Finding& finding : result.Findings)
+            if (finding.Level == reader::Severity::Error && finding.Code != "TQ-REF-TEXTURE" &&
+                result.FileCount > 0)
+                ADD_FAILURE() << finding.File << ":" << finding.Line << ": " << finding.Code << " "
+                              << finding.Text;
+    }
+
     static XSI::Plugin& LoadedPlugin()
     {
         static XSI::Plugin plugin;

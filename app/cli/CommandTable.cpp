@@ -9,8 +9,8 @@ namespace
 {
 
 constexpr std::array Rows = {
-    &ExportCommand, &InfoCommand, &CheckCommand, &CommandsCommand,
-    &PagesCommand,  &SetCommand,  &RunCommand,   &HelpCommand,
+    &ExportCommand, &BatchCommand, &InfoCommand,   &CheckCommand, &SettingsCommand, &CommandsCommand,
+    &PagesCommand,  &SetCommand,   &DialogCommand, &RunCommand,   &HelpCommand,
 };
 
 constexpr OptionSpec Common[] = {

@@ -1,0 +1,102 @@
+#include <xsi_parameter.h>
+#include <xsi_ppgitem.h>
+#include <xsi_ppglayout.h>
+
+#include "cli/Command.h"
+#include "cli/HostConnection.h"
+#include "cli/PluginFile.h"
+#include "cli/ToolFolder.h"
+#include "scene/PluginLoader.h"
+#include "scene/PropertyPage.h"
+#include "scene/Session.h"
+#include "scene/Text.h"
+
+namespace tq4x::cli
+{
+namespace
+{
+
+namespace Host = XSI::Host;
+
+constexpr const char* OpenDialog = "OnTQ4XExportWithSetting";
+
+constexpr OptionSpec Specs[] = {
+    {"--asset-root", 0, "DIR", "allow files of the scene anywhere below this folder"},
+    {"--plugin", 0, "FILE", "load this plug-in; default: $TQ4X_PLUGIN, else the one beside the program"},
+};
+
+/// The text that a list shows for a value; the value itself where there is no list.
+std::string ShownValue(const XSI::PPGItem& item, const XSI::CValue& value)
+{
+    const std::string text = Host::ToUtf8(value.GetAsText());
+    const XSI::CValueArray choices = item.GetUIItems();
+    for (LONG i = 0; i + 1 < choices.GetCount(); i += 2) {
+        if (Host::ToUtf8(choices[i + 1].GetAsText()) == text) {
+            return Host::ToUtf8(choices[i].GetAsText());
+        }
+    }
+    return text;
+}
+
+std::string LineOf(const Host::PropertyPage& page, const XSI::PPGItem& item)
+{
+    const std::string name = Host::ToUtf8(item.GetName());
+    const std::string label = Host::ToUtf8(item.GetLabel());
+    const std::string shown = label.empty() ? name : label;
+    if (Host::ToUtf8(item.GetType()) == "button") {
+        return "[" + shown + "]";
+    }
+    return shown + ": " + ShownValue(item, page.Get(name)) + (page.IsEnabled(name) ? "" : "  (disabled)");
+}
+
+void PrintPage(const Host::PropertyPage& page, Console& console)
+{
+    const XSI::PPGLayout layout = page.GetLayout();
+    std::size_t depth = 0;
+    for (LONG i = 0; i < layout.GetCount(); ++i) {
+        const XSI::PPGItem item = layout.GetItem(i);
+        const std::string control = Host::ToUtf8(item.GetType());
+        if (control == "group") {
+            console.Result(MakePrintable(Host::ToUtf8(item.GetLabel())));
+            ++depth;
+        } else if (control == "endgroup") {
+            --depth;
+        } else if (control != "row" && control != "endrow") {
+            console.Result(std::string(2 * depth, ' ') + MakePrintable(LineOf(page, item)));
+        }
+    }
+}
+
+ExitCode RunDialog(const Arguments& arguments, Console& console)
+{
+    const ToolFolder tool;
+    const std::string problem = LoadPluginFile(FindPluginFile(arguments.Value("--plugin")));
+    if (!problem.empty()) {
+        console.Error(problem);
+        return NoPlugin;
+    }
+    gltf::SceneOptions options;
+    options.AssetRoot = arguments.Value("--asset-root").value_or("");
+    const HostConnection connection(console, options);
+    const gltf::OpenedScene scene = gltf::OpenScene(arguments.Positionals[0], options);
+    TellRemarks(scene.Remarks, console);
+    if (scene.Status != gltf::SceneStatus::Open) {
+        console.Tell(Severity::Error, arguments.Positionals[0], scene.Error);
+        return BadInput;
+    }
+    const bool isOpen = Host::RunMenuItem(Host::FindMenuItem(OpenDialog)).Succeeded();
+    const auto& pages = Host::Session::Current().Pages;
+    if (!isOpen || pages.empty()) {
+        console.Error("The plug-in has no export dialog.");
+        return Failed;
+    }
+    PrintPage(*pages.back(), console);
+    return Done;
+}
+
+} // namespace
+
+const Command DialogCommand = {"dialog", "SCENE",  1, 1, "Shows the export dialog as it opens on a scene.",
+                               Specs,    RunDialog};
+
+} // namespace tq4x::cli

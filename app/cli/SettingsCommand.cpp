@@ -1,0 +1,113 @@
+#include <map>
+#include <set>
+
+#include "cli/Command.h"
+#include "cli/ReplaceFile.h"
+#include "gltf/ReadFile.h"
+#include "pipeline/OptionProblems.h"
+#include "pipeline/OptionTable.h"
+#include "pipeline/SettingsFile.h"
+
+namespace tq4x::cli
+{
+namespace
+{
+
+constexpr OptionSpec Specs[] = {
+    {"--set", 0, "KEY:VALUE", "set an option of the plug-in's export command", true},
+    {"--write", 'w', "FILE.q3es", "write the settings to this file"},
+};
+
+using Texts = std::map<std::string, std::string, std::less<>>;
+
+/// Settings, and which of them were given by whom.
+struct Settings
+{
+    ExportOptions Options;
+    Texts FromFile;
+    std::set<const OptionRow*> FromFlags;
+};
+
+ExitCode Fail(Console& console, ExitCode code, const std::string& text)
+{
+    console.Error(text);
+    return code;
+}
+
+ExitCode ReadFileInto(const std::string& path, Settings& settings, Console& console)
+{
+    const gltf::FileContent content = gltf::ReadFile(path);
+    if (!content.Error.empty()) {
+        return Fail(console, BadInput, content.Error);
+    }
+    const std::string text(content.Data.begin(), content.Data.end());
+    if (!ReadSettingsText(text, settings.Options)) {
+        return Fail(console, BadInput, "The file " + path + " is no settings file.");
+    }
+    settings.FromFile = ReadSettingsKeys(text);
+    return Done;
+}
+
+ExitCode ApplyFlags(const std::vector<std::string>& texts, Settings& settings, Console& console)
+{
+    for (const std::string& text : texts) {
+        if (const auto problem = FindArgumentProblem(text)) {
+            return Fail(console, WrongUsage, *problem);
+        }
+        settings.FromFlags.insert(FindCommandRow(text.substr(0, text.find(':'))));
+    }
+    ExportOptions& options = settings.Options;
+    options.LoadFromArguments({options.OutputFileName, options.OutputFolder, texts});
+    return Done;
+}
+
+const char* SourceOf(const OptionRow& row, const Settings& settings)
+{
+    if (settings.FromFlags.contains(&row)) {
+        return "flag";
+    }
+    return settings.FromFile.contains(row.SettingsKey) ? "file" : "default";
+}
+
+/// Every option as the settings file writes it, and where its value comes from.
+void Print(const Settings& settings, Console& console)
+{
+    constexpr std::size_t Column = 48;
+    const Texts values = ReadSettingsKeys(SettingsText(settings.Options));
+    for (const OptionRow& row : OptionTable()) {
+        const auto value = values.find(row.SettingsKey);
+        if (value == values.end()) {
+            continue; // not kept in files
+        }
+        std::string line = MakePrintable(value->first + "=\"" + value->second + "\"");
+        line.resize(std::max(Column, line.size() + 1), ' ');
+        console.Result(line + SourceOf(row, settings));
+    }
+}
+
+ExitCode RunSettings(const Arguments& arguments, Console& console)
+{
+    Settings settings;
+    ExitCode code = Done;
+    if (!arguments.Positionals.empty()) {
+        code = ReadFileInto(arguments.Positionals[0], settings, console);
+    }
+    code = code == Done ? ApplyFlags(arguments.Values("--set"), settings, console) : code;
+    if (code != Done) {
+        return code;
+    }
+    const auto target = arguments.Value("--write");
+    if (target && !ReplaceFile(*target, SettingsText(settings.Options))) {
+        return Fail(console, BadOutput, "The file " + *target + " can't be written.");
+    }
+    Print(settings, console);
+    return Done;
+}
+
+} // namespace
+
+const Command SettingsCommand = {
+    "settings", "[FILE.q3es]", 0, 1, "Tells the values of settings and where each comes from.",
+    Specs,      RunSettings};
+
+} // namespace tq4x::cli

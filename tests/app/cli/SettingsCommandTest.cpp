@@ -1,0 +1,116 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "MarkedScene.h"
+#include "pipeline/SettingsFile.h"
+
+namespace tq4x::cli::test
+{
+namespace
+{
+
+using testing::HasSubstr;
+using testing::Not;
+
+using SettingsCommandTest = ProgramTest;
+using DialogCommandTest = MarkedSceneTest;
+
+/// The line of a setting, its blanks made one.
+std::string LineOf(const std::string& out, const std::string& key)
+{
+    std::istringstream lines(out);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(key + "=")) {
+            const std::size_t gap = line.find("  ");
+            return line.substr(0, gap) + " " + line.substr(line.find_last_of(' ') + 1);
+        }
+    }
+    return {};
+}
+
+TEST_F(SettingsCommandTest, TellsTheDefaults)
+{
+    const Outcome outcome = RunInside({"settings"});
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    EXPECT_EQ(LineOf(outcome.Out, "OutputQmdl"), "OutputQmdl=\"true\" default");
+    EXPECT_EQ(LineOf(outcome.Out, "ComressNode"), "ComressNode=\"None\" default");
+    EXPECT_EQ(LineOf(outcome.Out, "EndFrame"), "EndFrame=\"9999\" default");
+    EXPECT_EQ(std::ranges::count(outcome.Out, '\n'), 44) << "all that the file keeps";
+    EXPECT_THAT(outcome.Out, Not(HasSubstr("AlwaysOverwrite")));
+}
+
+TEST_F(SettingsCommandTest, TellsWhereEachValueComesFrom)
+{
+    ExportOptions options;
+    options.CompressNode = 3;
+    options.Magnify = 2.5f;
+    options.OutputFileName = "hero";
+    Write("some.q3es", SettingsText(options));
+    const Outcome outcome =
+        RunInside({"settings", Path("some.q3es"), "--set", "mgf:0.5", "--set", "OutputQskla:true"});
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    EXPECT_EQ(LineOf(outcome.Out, "ComressNode"), "ComressNode=\"UniteCompressible\" file");
+    EXPECT_EQ(LineOf(outcome.Out, "OutputFileName"), "OutputFileName=\"hero\" file");
+    EXPECT_EQ(LineOf(outcome.Out, "Magnify"), "Magnify=\"0.500000\" flag");
+    EXPECT_EQ(LineOf(outcome.Out, "OutputQskla"), "OutputQskla=\"true\" flag");
+    Write("short.q3es", "# TQ4X_ForPennonExport settings\nLoopAnim=\"false\"\n");
+    const Outcome partial = RunInside({"settings", Path("short.q3es")});
+    EXPECT_EQ(LineOf(partial.Out, "LoopAnim"), "LoopAnim=\"false\" file");
+    EXPECT_EQ(LineOf(partial.Out, "Magnify"), "Magnify=\"1.000000\" default");
+}
+
+TEST_F(SettingsCommandTest, WritesAFileThatReadsBackEqual)
+{
+    EXPECT_EQ(RunInside({"settings", "--set", "ComressNode:4", "--write", Path("new.q3es")}).Code, Done);
+    ExportOptions options;
+    EXPECT_TRUE(ReadSettingsText(Read("new.q3es"), options));
+    ExportOptions expected;
+    expected.CompressNode = 4;
+    EXPECT_EQ(options, expected);
+}
+
+TEST_F(SettingsCommandTest, RefusesWhatMakesNoSense)
+{
+    const Outcome unknown = RunInside({"settings", "--set", "Magnifi:2", "--write", Path("new.q3es")});
+    EXPECT_EQ(unknown.Code, WrongUsage);
+    EXPECT_THAT(unknown.Err, HasSubstr("\"Magnify\""));
+    EXPECT_FALSE(std::filesystem::exists(Folder / "new.q3es"));
+    EXPECT_EQ(RunInside({"settings", "--set", "Magnify:much"}).Code, WrongUsage);
+    EXPECT_EQ(RunInside({"settings", Path("missing.q3es")}).Code, BadInput);
+    Write("wrong.q3es", "settings\n");
+    const Outcome wrong = RunInside({"settings", Path("wrong.q3es")});
+    EXPECT_EQ(wrong.Code, BadInput);
+    EXPECT_EQ(wrong.Err, "error: The file " + Path("wrong.q3es") + " is no settings file.\n");
+    const Outcome unwritable = RunInside({"settings", "--write", Path("no/new.q3es")});
+    EXPECT_EQ(unwritable.Code, BadOutput);
+    EXPECT_EQ(unwritable.Err, "error: The file " + Path("no/new.q3es") + " can't be written.\n");
+}
+
+TEST_F(DialogCommandTest, ShowsTheDialogAsItOpens)
+{
+    const Outcome outcome = Run({"dialog", Path("marked.gltf")});
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    EXPECT_THAT(outcome.Out, HasSubstr("Save/Load Export Settings\n  [Load]\n  [Save]\n"));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  ExportTarget: All\n"));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Compress Node: None\n"));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  End: 100  (disabled)\n"));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n[Export]\n[Apply]\n[Close]\n"));
+}
+
+TEST_F(DialogCommandTest, BeginsWithTheSettingsOfTheLastExport)
+{
+    EXPECT_EQ(Run({"export", Path("marked.gltf"), "-o", Path("out"), "-n", "hero", "--set",
+                   "OutputQskla:true", "--set", "ComressNode:0"})
+                  .Code,
+              Done);
+    const Outcome outcome = Run({"dialog", Path("marked.gltf")});
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Output File Name: hero\n"));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Character Animation Data(.qskla): true\n"));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Frame Format: false\n"));
+    EXPECT_EQ(Run({"dialog", Path("missing.gltf")}).Code, BadInput);
+    EXPECT_EQ(RunInside({"dialog", Path("marked.gltf"), "--plugin", TQ4X_TINY_PLUGIN}).Err,
+              "error: The plug-in has no export dialog.\n");
+}
+
+} // namespace
+} // namespace tq4x::cli::test

@@ -169,6 +169,7 @@ ReadResult ExportMesh::Collect()
     FillPool();
     if (AddTriangles(accessor) != ReadResult::Done)
         return ReadResult::GivenUp;
+    m_polygonMaterials = {};
     MakeTangents();
     return ReadResult::Done;
 }

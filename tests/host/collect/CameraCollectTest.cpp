@@ -396,7 +396,7 @@ TEST(CameraCollector, NumbersThatAreNotFiniteAreTold)
     }
 }
 
-/// A direction of unit length, a rotation, a place: drawn evenly enough.
+/// Draws numbers, rotations and places.
 class RandomPlaces
 {
 public:

@@ -167,6 +167,28 @@ TEST(Envelope, ADeformerThatIsNotExportedFailsTheExport)
     EXPECT_EQ(run.Messages().back(), "E Internal Error(skin)");
 }
 
+/// The order of collecting must not show: bones that come behind their mesh have their names when its
+/// polygons sort them.
+TEST(Envelope, BonesOfAPolygonAreSortedByNameWhereverTheyStand)
+{
+    for (const bool isMeshFirst : {true, false}) {
+        SceneBuilder scene;
+        const SceneNode root = scene.Null("root");
+        SceneMesh mesh = scene.Mesh("skin", isMeshFirst ? XSI::CRef(root) : XSI::CRef());
+        const SceneNode later = scene.Bone("b", root);
+        const SceneNode sooner = scene.Bone("a", root);
+        if (!isMeshFirst)
+            XSI::Host::MoveBelow(mesh, sooner);
+        mesh.Vertices({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}).Triangles({{0, 1, 2}}, scene.Material("red"));
+        mesh.Skin({{later, {{0, 50}, {1, 100}, {2, 100}}}, {sooner, {{0, 50}}}});
+        CollectRun run;
+        ASSERT_NE(run.MeshOf(mesh), nullptr);
+        const SeparateDataShape& shape = *run.MeshOf(mesh)->Shapes.begin()->second;
+        EXPECT_THAT(shape.BoneLists[shape.Polygons.front().Bones],
+                    ElementsAre(&run.BoneOf(sooner), &run.BoneOf(later)));
+    }
+}
+
 TEST(Envelope, PolygonsOfTooManyBonesGiveTheMeshUp)
 {
     const struct

@@ -15,7 +15,7 @@ using testing::IsEmpty;
 using XSI::MATH::CTransformation;
 using XSI::MATH::CVector3;
 
-constexpr float Nan = std::numeric_limits<float>::quiet_NaN();
+constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
 
 CTransformation Moved(double x, double y, double z)
 {
@@ -24,7 +24,7 @@ CTransformation Moved(double x, double y, double z)
     return transform;
 }
 
-/// A transformation that no scale, rotation and translation make: half a turn between two scalings.
+/// A transformation that no scale, rotation and translation make: a scaling behind a turn.
 CTransformation Sheared()
 {
     CTransformation turned;
@@ -318,7 +318,6 @@ TEST(BindPose, KeepsTheRowsOfTheHostsMatrix)
 TEST(BindPose, ShearIsToldAndUsedAsItIs)
 {
     const std::string told = "W Shear is not zero(node)";
-    const SceneBuilder builder;
     {
         SceneBuilder scene; // the stored pose
         const SceneNode node = scene.Null("node").Bound(Sheared());
@@ -426,7 +425,7 @@ TEST(NodeCollector, NumbersThatAreNotFiniteAreToldOncePerObject)
     }
     {
         SceneBuilder scene;
-        scene.Null("node").Bound(Moved(static_cast<double>(Nan), 0, 0));
+        scene.Null("node").Bound(Moved(Nan, 0, 0));
         EXPECT_THAT(CollectRun().Messages(), ElementsAre(told));
     }
     {

@@ -161,12 +161,18 @@ private:
     int m_keys = 0;
 };
 
-std::unique_ptr<xmlDoc, FreeDocument> BuildDocument(const XmlElement& root)
+/// Nothing if there is too much for the grammar.
+std::unique_ptr<xmlDoc, FreeDocument> BuildDocument(const XmlElement& root, std::size_t mostItems)
 {
+    std::size_t items = 0;
     std::unique_ptr<xmlDoc, FreeDocument> document(xmlNewDoc(reinterpret_cast<const xmlChar*>("1.0")));
     xmlNodePtr parent = nullptr;
     for (VisibleWalk walk(root); walk.Current() != nullptr; walk.Advance()) {
         const XmlElement& element = *walk.Current();
+        items += 1 + element.Attributes.size();
+        if (items > mostItems) {
+            return nullptr;
+        }
         while (parent != nullptr && parent->_private != element.Parent) {
             parent = parent->parent;
         }
@@ -260,10 +266,16 @@ void OnSchemaError(void* context, xmlErrorPtr error)
 
 } // namespace
 
-void CheckSchema(FileKind kind, const XmlTree& tree, FindingList& findings)
+void CheckSchema(FileKind kind, const XmlTree& tree, FindingList& findings, std::size_t mostItems)
 {
     const xmlRelaxNGPtr schema = SchemaOf(kind);
-    const auto document = BuildDocument(tree.Root());
+    const auto document = BuildDocument(tree.Root(), mostItems);
+    if (document == nullptr) {
+        findings.Error("TQ-XML-SIZE", 0,
+                       "Without keys there are more than " + std::to_string(mostItems) +
+                           " elements and attributes.");
+        return;
+    }
     const xmlRelaxNGValidCtxtPtr validator = xmlRelaxNGNewValidCtxt(schema);
     xmlRelaxNGSetValidStructuredErrors(validator, OnSchemaError, &findings);
     const int result = schema == nullptr ? -1 : xmlRelaxNGValidateDoc(validator, document.get());

@@ -49,7 +49,7 @@ public:
 
     /// So many elements and attributes may stand in one file; beyond that a small file would need a lot of
     /// memory.
-    static constexpr std::size_t MostItems = 20'000'000;
+    static constexpr std::size_t MostItems = 12'000'000;
 
     /// Parses UTF-8 text. Nothing, with a finding of code "TQ-XML...", if it is not well-formed, has a
     /// document type or exceeds a limit. No entity but the five of XML itself is known, nothing is ever

@@ -1,5 +1,6 @@
 #include "XmlTree.h"
 
+#include "Schema.h"
 #include "reader/ReaderDocuments.h"
 
 namespace tq4x::reader
@@ -125,6 +126,18 @@ TEST(XmlTree, TheNumberOfElementsAndAttributesIsLimited)
     EXPECT_FALSE(XmlTree::Parse("<a x=\"1\">\n<b/><b/></a>", findings, 3));
     EXPECT_EQ(test::ToTexts(findings.Take()),
               Texts{"2 error TQ-XML-SIZE There are more than 3 elements and attributes."});
+}
+
+TEST(XmlTree, TheGrammarLooksAtALimitedNumberOfThem)
+{
+    FindingList findings("file");
+    const auto tree = XmlTree::Parse(test::DocumentText("house.qskla"), findings);
+    ASSERT_TRUE(tree);
+    CheckSchema(FileKind::SkeletalAnimation, *tree, findings);
+    EXPECT_EQ(test::ToTexts(findings.Take()), Texts());
+    CheckSchema(FileKind::SkeletalAnimation, *tree, findings, 20);
+    EXPECT_EQ(test::ToTexts(findings.Take()),
+              Texts{"0 error TQ-XML-SIZE Without keys there are more than 20 elements and attributes."});
 }
 
 TEST(XmlTree, LinesAboveTheLimitOfTheLibraryAreRight)

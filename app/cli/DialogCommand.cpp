@@ -2,6 +2,9 @@
 #include <xsi_ppgitem.h>
 #include <xsi_ppglayout.h>
 
+#include <filesystem>
+#include <memory>
+
 #include "cli/Command.h"
 #include "cli/HostConnection.h"
 #include "cli/PluginFile.h"
@@ -21,6 +24,8 @@ namespace Host = XSI::Host;
 constexpr const char* OpenDialog = "OnTQ4XExportWithSetting";
 
 constexpr OptionSpec Specs[] = {
+    {"--load", 0, "FILE.q3es", "press Load and choose this file"},
+    {"--save", 0, "FILE.q3es", "press Save and choose this file"},
     {"--asset-root", 0, "DIR", "allow files of the scene anywhere below this folder"},
     {"--plugin", 0, "FILE", "load this plug-in; default: $TQ4X_PLUGIN, else the one beside the program"},
 };
@@ -67,6 +72,40 @@ void PrintPage(const Host::PropertyPage& page, Console& console)
     }
 }
 
+/// Presses a button that opens the host's file window, which is answered by a file. False if the plug-in told
+/// an error.
+bool PressFileButton(Host::PropertyPage& page, const char* button, const std::string& file, Console& console)
+{
+    const std::size_t errors = console.CountOf(Severity::Error);
+    auto& runScript = Host::Session::Current().Fill.RunScript;
+    runScript = [&file](const Host::ScriptCall&, XSI::CValue& result) {
+        result = Host::FromUtf8(file);
+        return XSI::CStatus(XSI::CStatus::OK);
+    };
+    page.Press(button);
+    runScript = nullptr;
+    return console.CountOf(Severity::Error) == errors;
+}
+
+/// What the options want done on the page, in the order of its buttons.
+ExitCode UsePage(Host::PropertyPage& page, const Arguments& arguments, Console& console)
+{
+    if (const auto file = arguments.Value("--load");
+        file && !PressFileButton(page, "LoadOptions", *file, console)) {
+        return BadInput;
+    }
+    const auto target = arguments.Value("--save");
+    if (target && !PressFileButton(page, "SaveOptions", *target, console)) {
+        return BadOutput;
+    }
+    std::error_code error;
+    if (target && !std::filesystem::exists(*target, error)) {
+        console.Error("The file " + *target + " can't be written."); // the plug-in says nothing about it
+        return BadOutput;
+    }
+    return Done;
+}
+
 ExitCode RunDialog(const Arguments& arguments, Console& console)
 {
     const ToolFolder tool;
@@ -90,8 +129,12 @@ ExitCode RunDialog(const Arguments& arguments, Console& console)
         console.Error("The plug-in has no export dialog.");
         return Failed;
     }
-    PrintPage(*pages.back(), console);
-    return Done;
+    const std::shared_ptr<Host::PropertyPage> page = pages.back();
+    const ExitCode code = UsePage(*page, arguments, console);
+    if (code == Done) {
+        PrintPage(*page, console);
+    }
+    return code;
 }
 
 } // namespace

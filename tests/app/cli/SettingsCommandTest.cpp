@@ -112,5 +112,27 @@ TEST_F(DialogCommandTest, BeginsWithTheSettingsOfTheLastExport)
               "error: The plug-in has no export dialog.\n");
 }
 
+TEST_F(DialogCommandTest, LoadsAndSavesByTheFilesOfItsOptions)
+{
+    ExportOptions options;
+    options.OutputFileName = "loaded";
+    options.OutputQmdl = false;
+    Write("some.q3es", SettingsText(options));
+    const Outcome outcome =
+        Run({"dialog", Path("marked.gltf"), "--load", Path("some.q3es"), "--save", Path("saved.q3es")});
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Output File Name: loaded\n"));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Position: Float  (disabled)\n"));
+    ExportOptions saved;
+    EXPECT_TRUE(ReadSettingsText(Read("saved.q3es"), saved));
+    options.ToleranceTexTranslate = options.ToleranceTexScale; // the dialog shows one for all three
+    EXPECT_EQ(saved, options);
+    const Outcome missing = Run({"dialog", Path("marked.gltf"), "--load", Path("missing.q3es")});
+    EXPECT_EQ(missing.Code, BadInput);
+    EXPECT_THAT(missing.Err, HasSubstr(Path("missing.q3es")));
+    EXPECT_EQ(missing.Out, "");
+    EXPECT_EQ(Run({"dialog", Path("marked.gltf"), "--save", Path("no/new.q3es")}).Code, BadOutput);
+}
+
 } // namespace
 } // namespace tq4x::cli::test

@@ -341,6 +341,20 @@ TEST_F(ExportDialog, ApplyRunsTheCommandAndExportClosesToo)
     EXPECT_EQ(ExportTexts(), BuildExportArguments(Kept()));
 }
 
+TEST_F(ExportDialog, APageWhosePropertyWasDeletedDoesNothingMore)
+{
+    CurrentPreferences().AutoSaveExportOptions = false;
+    Scene.Null("body");
+    PageDriver page("OnTQ4XExportWithSetting");
+    page.Set("OutputFileName", "body").Set("OutputFolder", m_folder.Path().string().c_str());
+    page.Set("OptimizePrimitive", false).Page().Press("ApplyButton");
+    EXPECT_TRUE(page.IsOpen()) << "applying does not close";
+    EXPECT_FALSE(Kept("TQ4X_ForPennonExportProp_1").IsValid());
+    EXPECT_TRUE(page.Page().Press("ApplyButton") == XSI::CStatus::MemberNotFound);
+    EXPECT_TRUE(page.Page().Set("OutputModel", false) == XSI::CStatus::MemberNotFound);
+    EXPECT_EQ(Calls("TQ4X_ForPennonExport"), 1);
+}
+
 TEST_F(ExportDialog, AFailedExportShowsTheLogAndStaysOpen)
 {
     PageDriver page("OnTQ4XExportWithSetting");

@@ -28,8 +28,6 @@ Severity SeverityOf(XSI::siSeverityType severity)
 Severity SeverityOf(gltf::NoteSeverity severity)
 {
     switch (severity) {
-    case gltf::NoteSeverity::Error:
-        return Severity::Error;
     case gltf::NoteSeverity::Warning:
         return Severity::Warning;
     case gltf::NoteSeverity::Information:

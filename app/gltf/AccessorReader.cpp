@@ -69,24 +69,6 @@ void CopyValue(const Block& block, std::uint64_t value, Out* into, Convert conve
     }
 }
 
-std::size_t ColumnLength(AccessorShape shape)
-{
-    switch (shape) {
-    case AccessorShape::Mat2:
-        return 2;
-    case AccessorShape::Mat3:
-        return 3;
-    case AccessorShape::Mat4:
-        return 4;
-    case AccessorShape::Scalar:
-    case AccessorShape::Vec2:
-    case AccessorShape::Vec3:
-    case AccessorShape::Vec4:
-        return ComponentCount(shape);
-    }
-    return ComponentCount(shape);
-}
-
 // Calls `use` with a value of the C++ type that is stored.
 template<class Use>
 auto WithStoredType(ComponentType type, Use use)
@@ -200,25 +182,6 @@ auto IntegerConversion(const Document& document, std::size_t accessor)
 }
 
 } // namespace
-
-std::uint64_t ColumnSize(const Accessor& accessor)
-{
-    const std::uint64_t size = ColumnLength(accessor.Shape) * ByteSize(accessor.Type);
-    const bool isMatrix = accessor.Shape >= AccessorShape::Mat2;
-    return isMatrix ? (size + 3) / 4 * 4 : size;
-}
-
-std::uint64_t ElementSize(const Accessor& accessor)
-{
-    const std::size_t columns = ComponentCount(accessor.Shape) / ColumnLength(accessor.Shape);
-    return columns * ColumnSize(accessor);
-}
-
-std::uint64_t ElementStride(const Accessor& accessor, const Document& document)
-{
-    const std::uint64_t stride = accessor.View ? document.Views[*accessor.View].ByteStride : 0;
-    return stride != 0 ? stride : ElementSize(accessor);
-}
 
 std::vector<float> ReadFloats(const Document& document, std::size_t accessor)
 {

@@ -8,7 +8,6 @@ namespace tq4x::gltf
 
 enum class NoteSeverity
 {
-    Error,   ///< part of the scene is lost in a way that makes the export fail
     Warning, ///< the result differs from what the scene shows
     Information,
 };

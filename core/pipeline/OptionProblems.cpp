@@ -4,7 +4,10 @@
 #include "pipeline/OptionTable.h"
 
 #include <algorithm>
+#include <charconv>
+#include <limits>
 #include <numeric>
+#include <utility>
 #include <vector>
 
 namespace tq4x
@@ -49,25 +52,72 @@ std::string JoinWords(OptionWords words)
     return joined;
 }
 
-/// What a value must be, as the end of a sentence, if it is not that.
-std::optional<std::string> FindTypedProblem(const OptionRow& row, std::string_view value)
+bool IsLimited(const OptionLimits& limits)
 {
-    if (std::holds_alternative<bool ExportOptions::*>(row.Field) && value != "true" && value != "false")
-        return "true or false";
-    if (std::holds_alternative<float ExportOptions::*>(row.Field) && !IsDecimalText(value))
-        return "a number";
-    if (std::holds_alternative<std::int32_t ExportOptions::*>(row.Field) && !IsIntegerText(value))
-        return "an integer";
-    return std::nullopt;
+    return limits.Low != limits.High;
+}
+
+/// The integer of a text that is one; nothing beyond 64 bits.
+std::optional<std::int64_t> FindWideInteger(std::string_view text)
+{
+    text.remove_prefix(text.starts_with('+') ? 1 : 0);
+    std::int64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() ? std::optional(value) : std::nullopt;
+}
+
+/// " from 0 to 9" for a row that is limited.
+std::string RangeText(const OptionLimits& limits)
+{
+    std::string text;
+    if (IsLimited(limits)) {
+        text += " from ";
+        AppendNumber(text, limits.Low);
+        text += " to ";
+        AppendNumber(text, limits.High);
+    }
+    return text;
+}
+
+/// The range of integers: that of the row, else all that the field holds.
+std::pair<std::int64_t, std::int64_t> IntegerRange(const OptionLimits& limits)
+{
+    using Field = std::numeric_limits<std::int32_t>;
+    if (!IsLimited(limits))
+        return {Field::min(), Field::max()};
+    return {static_cast<std::int64_t>(limits.Low), static_cast<std::int64_t>(limits.High)};
 }
 
 std::optional<std::string> FindIntegerProblem(const OptionRow& row, std::string_view value)
 {
-    const auto low = static_cast<std::int32_t>(row.Limits.Low);
-    const auto high = static_cast<std::int32_t>(row.Limits.High);
-    if (IsIntegerText(value) && ParseInteger(value) >= low && ParseInteger(value) <= high)
+    const auto [low, high] = IntegerRange(row.Limits);
+    const std::optional<std::int64_t> number = IsIntegerText(value) ? FindWideInteger(value) : std::nullopt;
+    if (number && *number >= low && *number <= high)
         return std::nullopt;
     return "an integer from " + std::to_string(low) + " to " + std::to_string(high);
+}
+
+std::optional<std::string> FindDecimalProblem(const OptionRow& row, std::string_view value)
+{
+    // The ends as the field holds them, so that a text of an end is inside.
+    const auto low = static_cast<float>(row.Limits.Low);
+    const auto high = static_cast<float>(row.Limits.High);
+    const float number = ParseDecimal(value);
+    if (IsDecimalText(value) && (!IsLimited(row.Limits) || (number >= low && number <= high)))
+        return std::nullopt;
+    return "a number" + RangeText(row.Limits);
+}
+
+/// What a value must be, as the end of a sentence, if it is not that.
+std::optional<std::string> FindTypedProblem(const OptionRow& row, std::string_view value)
+{
+    if (std::holds_alternative<float ExportOptions::*>(row.Field))
+        return FindDecimalProblem(row, value);
+    if (std::holds_alternative<std::int32_t ExportOptions::*>(row.Field))
+        return FindIntegerProblem(row, value);
+    if (std::holds_alternative<bool ExportOptions::*>(row.Field) && value != "true" && value != "false")
+        return "true or false";
+    return std::nullopt;
 }
 
 std::optional<std::string> FindValueProblem(const OptionRow& row, std::string_view value)

@@ -33,7 +33,8 @@ struct Platform
     /// Value of an environment variable; nothing where it is not set or empty.
     std::function<std::optional<std::string>(const std::string& name)> Environment;
 
-    /// Copies a regular file over the target; false if that failed.
+    /// Copies a regular file over the target; false, with the target as it was, if that failed. The owner may
+    /// write the copy even where the source may not be written.
     std::function<bool(const std::string& from, const std::string& to)> CopyOver;
 
     /// Creates a folder and its missing parents; true if the folder exists afterwards.

@@ -2,6 +2,7 @@
 
 #include "pipeline/FileAccess.h"
 
+#include <fcntl.h>
 #include <pwd.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -58,10 +59,50 @@ std::string FormatTime(const LocalTime& time)
     return std::string(text.data(), static_cast<std::size_t>(length));
 }
 
-bool CopyRegularFile(const std::string& from, const std::string& to)
+/// A new empty file in a folder; empty if it can't be made.
+fs::path MakeTemporaryFile(const fs::path& folder)
+{
+    std::string name = (folder / ".tq4x_XXXXXX").string();
+    const int file = mkostemp(name.data(), O_CLOEXEC);
+    return file >= 0 && close(file) == 0 ? fs::path(name) : fs::path();
+}
+
+/// True where nothing stands, or a regular file or a link, which a copy may take the place of.
+bool IsReplaceable(const fs::path& target)
 {
     std::error_code error;
-    return fs::copy_file(FilePath(from), FilePath(to), fs::copy_options::overwrite_existing, error) && !error;
+    const fs::file_type type = fs::symlink_status(target, error).type();
+    return type == fs::file_type::not_found || type == fs::file_type::regular ||
+           type == fs::file_type::symlink;
+}
+
+/// The copy takes over the source's permissions. With a source that nobody may write it would stand in the
+/// way of the next one, so its owner may always write it.
+bool CopyInto(const fs::path& from, const fs::path& to)
+{
+    std::error_code error;
+    fs::copy_file(from, to, fs::copy_options::overwrite_existing, error);
+    if (!error)
+        fs::permissions(to, fs::perms::owner_write, fs::perm_options::add, error);
+    return !error;
+}
+
+bool CopyRegularFile(const std::string& from, const std::string& to)
+{
+    const fs::path target = FilePath(to);
+    if (!IsReplaceable(target))
+        return false;
+    const fs::path temporary = MakeTemporaryFile(target.parent_path());
+    if (temporary.empty())
+        return false;
+    std::error_code error;
+    if (CopyInto(FilePath(from), temporary)) {
+        fs::rename(temporary, target, error);
+        if (!error)
+            return true;
+    }
+    fs::remove(temporary, error);
+    return false;
 }
 
 bool MakeFolders(const std::string& path)

@@ -5,11 +5,14 @@
 #include "support/PlatformGuard.h"
 #include "support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace tq4x
 {
@@ -67,6 +70,57 @@ TEST(Platform, CopyOverReplacesTheTarget)
     EXPECT_FALSE(SystemPlatform().CopyOver(folder.Path().string(), (folder / "c").string()));
     EXPECT_FALSE(SystemPlatform().CopyOver((folder / "a").string(), (folder / "missing/b").string()));
     EXPECT_EQ(test::ReadWholeFile(folder / "b"), "new");
+}
+
+/// Names of all that is in a folder, in order.
+std::vector<std::string> NamesIn(const fs::path& folder)
+{
+    std::vector<std::string> names;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::ranges::sort(names);
+    return names;
+}
+
+TEST(Platform, ACopyOfAReadOnlyFileCanBeReplacedAgain)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder / "a") << "text";
+    fs::permissions(folder / "a", fs::perms::owner_read);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_TRUE(SystemPlatform().CopyOver((folder / "a").string(), (folder / "b").string())) << i;
+    EXPECT_EQ(test::ReadWholeFile(folder / "b"), "text");
+    EXPECT_EQ(fs::status(folder / "b").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("a", "b"));
+}
+
+TEST(Platform, ACopyReplacesALinkAndLeavesWhatItLeadsTo)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder / "a") << "new";
+    std::ofstream(folder / "other") << "other";
+    fs::create_symlink("other", folder / "b");
+    EXPECT_TRUE(SystemPlatform().CopyOver((folder / "a").string(), (folder / "b").string()));
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(folder / "b")));
+    EXPECT_EQ(test::ReadWholeFile(folder / "b"), "new");
+    EXPECT_EQ(test::ReadWholeFile(folder / "other"), "other");
+}
+
+TEST(Platform, AFailedCopyLeavesNothingBehind)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder / "a") << "new";
+    fs::create_directory(folder / "b");
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const auto copy = [&](const char* from, const char* to) {
+        return SystemPlatform().CopyOver((folder / from).string(), (folder / to).string());
+    };
+    EXPECT_FALSE(copy("a", "b")) << "a folder";
+    EXPECT_FALSE(copy("a", "pipe")) << "no regular file";
+    EXPECT_FALSE(copy("pipe", "c")) << "from a pipe";
+    EXPECT_FALSE(copy("missing", "c"));
+    EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("a", "b", "pipe"));
+    EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
 }
 
 TEST(Platform, EnsureFolderMakesParentsAndTellsWhatItCannotMake)

@@ -1,30 +1,57 @@
 #include "cli/ReplaceFile.h"
 
 #include <fstream>
-#include <random>
+#include <iostream>
+
+#include "pipeline/OutputFile.h"
 
 namespace tq4x::cli
 {
-
-bool ReplaceFile(const std::filesystem::path& file, std::string_view text)
+namespace
 {
-    std::filesystem::path temporary = file;
-    temporary += ".tmp" + std::to_string(std::random_device()());
+
+namespace fs = std::filesystem;
+
+/// The stream of this process that a path means. Where it goes to a file, a second opening of that would
+/// write over what the first has written.
+std::ostream* FindOwnStream(const fs::path& file)
+{
+    if (file == "/dev/stdout") {
+        return &std::cout;
+    }
+    return file == "/dev/stderr" ? &std::cerr : nullptr;
+}
+
+bool IsPipeOrDevice(const fs::path& file)
+{
     std::error_code error;
-    {
-        std::ofstream stream(temporary, std::ios::binary);
-        stream << text << std::flush;
-        if (!stream.good()) {
-            std::filesystem::remove(temporary, error);
-            return false;
-        }
+    const fs::file_status status = fs::status(file, error);
+    return fs::is_character_file(status) || fs::is_fifo(status);
+}
+
+bool WriteTo(std::ostream& stream, std::string_view text)
+{
+    stream << text << std::flush;
+    return stream.good();
+}
+
+} // namespace
+
+bool ReplaceFile(const fs::path& file, std::string_view text)
+{
+    if (std::ostream* const own = FindOwnStream(file)) {
+        return WriteTo(*own, text);
     }
-    std::filesystem::rename(temporary, file, error);
-    if (error) {
-        std::error_code ignored;
-        std::filesystem::remove(temporary, ignored);
+    if (IsPipeOrDevice(file)) {
+        std::ofstream stream(file, std::ios::binary | std::ios::app);
+        return WriteTo(stream, text);
     }
-    return !error;
+    OutputFile output;
+    if (!output.OpenBinary(file)) {
+        return false;
+    }
+    output.Write(text);
+    return output.Commit();
 }
 
 } // namespace tq4x::cli

@@ -19,9 +19,16 @@ std::filesystem::path FilePath(std::string_view path);
 /// Opens an existing file for reading and writing, without touching it; nullptr if that is refused.
 std::FILE* OpenForUpdate(const std::filesystem::path& path);
 
-/// Creates a text file that does not exist yet; nullptr if it exists (a link that leads nowhere included) or
-/// can't be made.
-std::FILE* CreateNewFile(const std::filesystem::path& path);
+/// What becomes of the line ends that are written to a file.
+enum class LineEnds
+{
+    Native, ///< they become those of the platform's text files
+    AsGiven
+};
+
+/// Creates a file that does not exist yet; nullptr if it exists (a link that leads nowhere included) or can't
+/// be made.
+std::FILE* CreateNewFile(const std::filesystem::path& path, LineEnds lineEnds);
 
 /// True if the path names anything at all.
 bool PathExists(std::string_view path);

@@ -19,7 +19,7 @@ std::FILE* OpenForUpdate(const std::filesystem::path& path)
     return std::fopen(path.c_str(), "r+e");
 }
 
-std::FILE* CreateNewFile(const std::filesystem::path& path)
+std::FILE* CreateNewFile(const std::filesystem::path& path, LineEnds)
 {
     return std::fopen(path.c_str(), "wxe");
 }

@@ -29,13 +29,14 @@ std::FILE* OpenForUpdate(const std::filesystem::path& path)
     return _wfopen(path.c_str(), L"r+N");
 }
 
-std::FILE* CreateNewFile(const std::filesystem::path& path)
+std::FILE* CreateNewFile(const std::filesystem::path& path, LineEnds lineEnds)
 {
     int handle = -1;
-    const int flags = _O_CREAT | _O_EXCL | _O_WRONLY | _O_TEXT | _O_NOINHERIT;
+    const bool isText = lineEnds == LineEnds::Native;
+    const int flags = _O_CREAT | _O_EXCL | _O_WRONLY | (isText ? _O_TEXT : _O_BINARY) | _O_NOINHERIT;
     if (_wsopen_s(&handle, path.c_str(), flags, _SH_DENYNO, _S_IREAD | _S_IWRITE) != 0)
         return nullptr;
-    std::FILE* stream = _fdopen(handle, "w");
+    std::FILE* stream = _fdopen(handle, isText ? "w" : "wb");
     if (stream == nullptr)
         _close(handle);
     return stream;

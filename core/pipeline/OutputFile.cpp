@@ -1,6 +1,5 @@
 #include "pipeline/OutputFile.h"
 
-#include "pipeline/FileAccess.h"
 #include "pipeline/MessageLog.h"
 
 #include <system_error>
@@ -63,20 +62,31 @@ OutputFile::~OutputFile()
 
 bool OutputFile::Open(const std::string& path)
 {
-    Discard();
     m_path = path;
-    m_failed = false;
-    m_target = ResolveLinks(FilePath(path));
-    return !m_target.empty() && MayReplace(m_target) && CreateTemporary();
+    return OpenTarget(FilePath(path), LineEnds::Native);
 }
 
-bool OutputFile::CreateTemporary()
+bool OutputFile::OpenBinary(const fs::path& target)
+{
+    m_path = target.string();
+    return OpenTarget(target, LineEnds::AsGiven);
+}
+
+bool OutputFile::OpenTarget(const fs::path& target, LineEnds lineEnds)
+{
+    Discard();
+    m_failed = false;
+    m_target = ResolveLinks(target);
+    return !m_target.empty() && MayReplace(m_target) && CreateTemporary(lineEnds);
+}
+
+bool OutputFile::CreateTemporary(LineEnds lineEnds)
 {
     const fs::path folder = m_target.parent_path();
     std::error_code error;
     for (int i = 0; i < MaxTemporaryFiles; ++i) {
         m_temporary = folder / (".tq4x_" + std::to_string(i) + ".part");
-        m_stream = CreateNewFile(m_temporary);
+        m_stream = CreateNewFile(m_temporary, lineEnds);
         if (m_stream != nullptr)
             return true;
         if (!fs::exists(fs::symlink_status(m_temporary, error)))

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pipeline/FileAccess.h"
+
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -27,6 +29,10 @@ public:
     /// be written or is not a regular file.
     [[nodiscard]] bool Open(const std::string& path);
 
+    /// The same for a target in the file system's own form; what is written stays as it is, line ends
+    /// included.
+    [[nodiscard]] bool OpenBinary(const std::filesystem::path& target);
+
     /// Appends text. A failure is remembered and makes `Commit` fail.
     void Write(std::string_view text);
 
@@ -38,7 +44,8 @@ public:
     const std::string& Path() const { return m_path; }
 
 private:
-    bool CreateTemporary();
+    bool OpenTarget(const std::filesystem::path& target, LineEnds lineEnds);
+    bool CreateTemporary(LineEnds lineEnds);
     void Discard();
 
     std::FILE* m_stream = nullptr;

@@ -3,11 +3,10 @@
 #include <charconv>
 #include <cmath>
 
-#include "gltf/ReadFile.h"
+#include "cli/ReadSettings.h"
 #include "pipeline/OptionProblems.h"
 #include "pipeline/OptionTable.h"
 #include "pipeline/OptionText.h"
-#include "pipeline/SettingsFile.h"
 
 namespace tq4x::cli
 {
@@ -155,8 +154,8 @@ private:
         }
     }
 
-    /// The plug-in reads a settings file itself. Where something goes on top the file is read here, and all
-    /// of it becomes texts of the export command.
+    /// The plug-in reads a settings file itself. Where something goes on top, all of the file becomes texts
+    /// of the export command. A file that is silent about the tool does not ask for one that is missing.
     void ReadSettings()
     {
         const auto file = m_arguments.Value("--settings");
@@ -168,14 +167,14 @@ private:
             return;
         }
         m_request.Inputs.emplace_back(*file);
-        const gltf::FileContent content = gltf::ReadFile(*file);
-        const std::string text(content.Data.begin(), content.Data.end());
-        if (!content.Error.empty()) {
-            m_parsed.InputError = content.Error;
-        } else if (!ReadSettingsText(text, m_settings)) {
-            m_parsed.InputError = "The file " + *file + " is no settings file.";
+        const SettingsContent content = cli::ReadSettings(*file);
+        m_parsed.InputError = content.Error;
+        m_settings = content.Options;
+        const bool isToolLeftOut = !m_hasTool && !content.Given.contains("OptimizePrimitive");
+        if (isToolLeftOut) {
+            m_settings.OptimizePrimitive = false;
         }
-        if (m_overrides.empty()) {
+        if (m_overrides.empty() && !isToolLeftOut) {
             m_request.SettingsFile = file;
             return;
         }

@@ -2,8 +2,8 @@
 #include <set>
 
 #include "cli/Command.h"
+#include "cli/ReadSettings.h"
 #include "cli/ReplaceFile.h"
-#include "gltf/ReadFile.h"
 #include "pipeline/OptionProblems.h"
 #include "pipeline/OptionTable.h"
 #include "pipeline/SettingsFile.h"
@@ -36,15 +36,12 @@ ExitCode Fail(Console& console, ExitCode code, const std::string& text)
 
 ExitCode ReadFileInto(const std::string& path, Settings& settings, Console& console)
 {
-    const gltf::FileContent content = gltf::ReadFile(path);
+    SettingsContent content = ReadSettings(path);
     if (!content.Error.empty()) {
         return Fail(console, BadInput, content.Error);
     }
-    const std::string text(content.Data.begin(), content.Data.end());
-    if (!ReadSettingsText(text, settings.Options)) {
-        return Fail(console, BadInput, "The file " + path + " is no settings file.");
-    }
-    settings.FromFile = ReadSettingsKeys(text);
+    settings.Options = std::move(content.Options);
+    settings.FromFile = std::move(content.Given);
     return Done;
 }
 

@@ -5,7 +5,7 @@
 namespace tq4x::gltf
 {
 
-FileContent ReadFile(const std::filesystem::path& file)
+FileContent ReadFile(const std::filesystem::path& file, std::uintmax_t sizeLimit)
 {
     namespace fs = std::filesystem;
     std::error_code error;
@@ -20,6 +20,9 @@ FileContent ReadFile(const std::filesystem::path& file)
     std::ifstream stream(file, std::ios::binary);
     if (error || !stream) {
         return {{}, "The file " + file.string() + " can't be opened."};
+    }
+    if (size > sizeLimit) {
+        return {{}, "The file " + file.string() + " is larger than " + std::to_string(sizeLimit) + " bytes."};
     }
     FileContent content;
     content.Data.resize(size);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct FileContent
     std::string Error; ///< empty: read
 };
 
-[[nodiscard]] FileContent ReadFile(const std::filesystem::path& file);
+/// Files of more than `sizeLimit` bytes are refused unread.
+[[nodiscard]] FileContent ReadFile(const std::filesystem::path& file,
+                                   std::uintmax_t sizeLimit = std::numeric_limits<std::uintmax_t>::max());
 
 } // namespace tq4x::gltf

@@ -23,7 +23,6 @@ using SettingsValues = std::map<std::string, std::string, std::less<>>;
 constexpr std::string_view Header = "# TQ4X_ForPennonExport settings";
 constexpr std::string_view GeneratorVersionKey = "GeneratorVersion";
 constexpr std::string_view LastExportName = "last_export_options_for_pennon.q3es";
-constexpr std::size_t MaxFileSize = std::size_t{16} << 20;
 
 /// Comments and keys in the order of the file. Other programs compare these files line by line.
 constexpr std::string_view Layout[] = {
@@ -169,7 +168,7 @@ std::map<std::string, std::string, std::less<>> ReadSettingsKeys(std::string_vie
 
 bool ReadSettingsFile(const std::string& path, ExportOptions& options)
 {
-    const std::optional<std::string> text = ReadFileText(path, MaxFileSize);
+    const std::optional<std::string> text = ReadFileText(path, MaxSettingsSize);
     return (text && ReadSettingsText(*text, options)) || ReportUnusable(path);
 }
 

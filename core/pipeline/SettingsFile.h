@@ -2,6 +2,7 @@
 
 #include "pipeline/ExportOptions.h"
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <string_view>
@@ -12,10 +13,13 @@ namespace tq4x
 // The text file that keeps a whole record of options (extension .q3es): a fixed header, comment lines that
 // begin with "#", and `Key="Value"` lines.
 
+/// Larger files are no settings.
+inline constexpr std::size_t MaxSettingsSize = std::size_t{16} << 20;
+
 /// Reads a file into the record. Fields that the file does not hold stay as they are, unknown keys and words
 /// are passed over, of a key that stands twice the first value counts, and a line with a second "=" is
-/// dropped. False, with code 23 and the path, if the file can't be read, is larger than 16 MiB, or has
-/// another header; the record is then untouched.
+/// dropped. False, with code 23 and the path, if the file can't be read, is larger than `MaxSettingsSize`, or
+/// has another header; the record is then untouched.
 [[nodiscard]] bool ReadSettingsFile(const std::string& path, ExportOptions& options);
 
 /// The same from text; false only for another header. Reports nothing.

@@ -193,6 +193,40 @@ TEST_F(SettingsTest, FilesThatAreNoSettingsAreRefused)
               "The file " + Path("none.q3es") + " does not exist.");
 }
 
+TEST_F(SettingsTest, FilesAreAsLargeAsThePluginTakesThem)
+{
+    const std::string text = "# TQ4X_ForPennonExport settings\nOptimizePrimitive=\"true\"\n#";
+    Write("large.q3es", text + std::string(MaxSettingsSize - text.size(), '-'));
+    EXPECT_EQ(Parse({"a.glb", "-s", Path("large.q3es")}).InputError, "");
+    std::filesystem::resize_file(Folder / "large.q3es", MaxSettingsSize + 1);
+    const std::string error = "The file " + Path("large.q3es") + " is larger than 16777216 bytes.";
+    EXPECT_EQ(Parse({"a.glb", "-s", Path("large.q3es")}).InputError, error);
+    for (const auto& words : std::vector<Texts>{{"settings", Path("large.q3es")},
+                                                {"export", "a.glb", "-s", Path("large.q3es")}}) {
+        const Outcome outcome = RunInside(words);
+        EXPECT_EQ(outcome.Code, BadInput) << words[0];
+        EXPECT_EQ(outcome.Err, "error: " + error + "\n") << words[0];
+    }
+}
+
+TEST_F(SettingsTest, FilesThatAreSilentAboutTheToolDoNotAskForIt)
+{
+    Write("silent.q3es", "# TQ4X_ForPennonExport settings\nMagnify=\"3\"\n");
+    const ExportRequest without = Parse({"a.glb", "-s", Path("silent.q3es")}).Content;
+    EXPECT_FALSE(without.SettingsFile);
+    ExportOptions read;
+    read.LoadFromArguments({"", "", without.KeyValues});
+    EXPECT_FALSE(read.OptimizePrimitive);
+    EXPECT_EQ(read.Magnify, 3.0f);
+
+    const ExportRequest with = Parse({"a.glb", "-s", Path("silent.q3es")}, true).Content;
+    EXPECT_EQ(with.SettingsFile, Path("silent.q3es"));
+    const ExportRequest wanted =
+        Parse({"a.glb", "-s", Path("silent.q3es"), "--set", "OptimizePrimitive:true"}).Content;
+    read.LoadFromArguments({"", "", wanted.KeyValues});
+    EXPECT_TRUE(read.OptimizePrimitive);
+}
+
 TEST_F(SettingsTest, AnEmptyNameFallsBackToTheScene)
 {
     m_options.OutputFileName.clear();

@@ -116,7 +116,7 @@ TEST_F(ProgramTest, WithAToolInstallationNothingIsSwitchedOff)
 
 TEST_F(ProgramTest, SettingsFilesGoToTheirOwnCommand)
 {
-    Write("a.q3es", "# TQ4X_ForPennonExport settings\n");
+    Write("a.q3es", "# TQ4X_ForPennonExport settings\nOptimizePrimitive=\"true\"\n");
     EXPECT_EQ(Export({"-s", Path("a.q3es")}).Code, Done);
     EXPECT_EQ(Read("out/scene.qmdl"), "settings " + Path("a.q3es") + "\n");
     const Outcome missing = Export({"-s", Path("b.q3es")});

@@ -7,6 +7,7 @@
 #include "cli/Command.h"
 #include "cli/ExportReport.h"
 #include "cli/ExportRequest.h"
+#include "cli/FindAuthor.h"
 #include "cli/FindObject.h"
 #include "cli/HostConnection.h"
 #include "cli/OutputFolder.h"
@@ -173,7 +174,7 @@ private:
 
     ExitCode Export(std::vector<WrittenFiles::File>& files)
     {
-        WarnAboutMarkup(m_request, m_arguments.Value("--author").value_or(""), m_console);
+        WarnAboutMarkup(m_request, FindAuthor(), m_console);
         const WrittenFiles written(m_request.Folder);
         const XSI::CStatus status = CallPlugin(m_request);
         files = written.Collect();

@@ -9,10 +9,13 @@
 #include <csignal>
 
 #include "Program.h"
+#include "cli/FindAuthor.h"
 #include "cli/OutputFolder.h"
 #include "cli/PluginFile.h"
+#include "cli/SetVariable.h"
 #include "cli/ToolFolder.h"
 #include "gltf/NearestWord.h"
+#include "pipeline/Platform.h"
 
 namespace tq4x::cli::test
 {
@@ -235,6 +238,27 @@ TEST_F(ProgramTest, WarnsAboutMarkupInNames)
                            "stands; readers will refuse them.\n"));
     EXPECT_STREQ(getenv("TQ4X_AUTHOR"), "x\"y");
     unsetenv("TQ4X_AUTHOR");
+}
+
+TEST_F(ProgramTest, WarnsAboutMarkupInTheAuthorThatIsUsed)
+{
+    const std::string warning = "The name holds <, which the exported files take as it stands; readers will "
+                                "refuse them.\n";
+    setenv("TQ4X_AUTHOR", "a<b", 1);
+    EXPECT_THAT(Export({}).Err, StartsWith("warning: a<b: " + warning));
+    EXPECT_THAT(Export({"--author", "c<d"}).Err, StartsWith("warning: c<d: " + warning));
+    unsetenv("TQ4X_AUTHOR");
+
+    const Platform platform = SystemPlatform();
+    EXPECT_EQ(Export({}).Err.find("The name holds"), std::string::npos) << platform.UserName();
+    const auto name = [](const char* wanted) {
+        setenv("TQ4X_AUTHOR", wanted, 1);
+        const std::string author = FindAuthor();
+        unsetenv("TQ4X_AUTHOR");
+        return author;
+    };
+    EXPECT_EQ(name("somebody"), "somebody");
+    EXPECT_EQ(name(""), platform.UserName());
 }
 
 TEST_F(ProgramTest, WritesReportAndDependencies)

@@ -9,6 +9,7 @@
 #include "cli/OutputFolder.h"
 #include "cli/ReplaceFile.h"
 #include "cli/Terminal.h"
+#include "pipeline/FileAccess.h"
 
 namespace tq4x::cli
 {
@@ -172,7 +173,7 @@ ExitCode RunBatch(const Arguments& arguments, Console& console)
         console.Error("There is no folder " + input + ".");
         return BadInput;
     }
-    const std::string problem = FindFolderProblem(arguments.Positionals[1]);
+    const std::string problem = FindFolderProblem(FilePath(arguments.Positionals[1]));
     if (!problem.empty()) {
         console.Error(problem);
         return BadOutput;

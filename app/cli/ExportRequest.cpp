@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "cli/ReadSettings.h"
+#include "pipeline/FileAccess.h"
 #include "pipeline/OptionProblems.h"
 #include "pipeline/OptionTable.h"
 #include "pipeline/OptionText.h"
@@ -98,7 +99,9 @@ public:
         ReadSettings();
         m_request.Name = m_arguments.Value("--name").value_or(
             FirstOf(m_settings.OutputFileName, m_request.Scene.stem().string()));
-        m_request.Folder = m_arguments.Value("--output").value_or(FirstOf(m_settings.OutputFolder, "."));
+        // Made native here, so that the plug-in and whoever looks for its files mean the same folder.
+        m_request.Folder =
+            FilePath(m_arguments.Value("--output").value_or(FirstOf(m_settings.OutputFolder, "."))).string();
         m_parsed.Content = std::move(m_request);
         return std::move(m_parsed);
     }

@@ -17,7 +17,7 @@ struct ExportRequest
     std::filesystem::path Scene;
     gltf::SceneOptions Opening;
     std::string Name;                        ///< of the output files, without extension
-    std::string Folder;                      ///< that they go to
+    std::string Folder;                      ///< that they go to, with the system's own separators
     std::optional<std::string> SettingsFile; ///< set where the plug-in's settings command can do it all
     std::vector<std::string> KeyValues; ///< for the plug-in's export command; unused with a settings file
     std::vector<std::string> Selected;  ///< objects to export; empty: all

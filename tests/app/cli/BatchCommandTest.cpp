@@ -136,6 +136,7 @@ TEST_F(BatchCommandTest, RefusesWhatMakesNoSense)
     EXPECT_EQ(Program("batch '" + Path("in") + "'").Code, WrongUsage);
     Write("out", "a file");
     EXPECT_EQ(Batch().Code, BadOutput);
+    EXPECT_EQ(Program("batch '" + Path("in") + "' '" + Path("out") + "\\below'").Code, BadOutput);
 }
 
 } // namespace

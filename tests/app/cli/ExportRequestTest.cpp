@@ -237,6 +237,14 @@ TEST_F(SettingsTest, AnEmptyNameFallsBackToTheScene)
     EXPECT_EQ(request.Folder, ".");
 }
 
+TEST_F(SettingsTest, FoldersGetTheSeparatorsOfTheSystem)
+{
+    m_options.OutputFolder = "from\\file";
+    Write("a.q3es", SettingsText(m_options));
+    EXPECT_EQ(Parse({"a.glb", "-s", Path("a.q3es")}).Content.Folder, "from/file");
+    EXPECT_EQ(Parse({"a.glb", "-s", Path("a.q3es"), "-o", "a\\b/c"}).Content.Folder, "a/b/c");
+}
+
 class WrittenFilesTest : public ProgramTest
 {};
 

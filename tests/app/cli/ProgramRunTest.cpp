@@ -117,6 +117,15 @@ TEST_F(ProgramTest, WithAToolInstallationNothingIsSwitchedOff)
     unsetenv("TQ4X_FORPENNON_ROOT");
 }
 
+TEST_F(ProgramTest, FilesInAFolderWithForeignSeparatorsAreFound)
+{
+    const Outcome outcome =
+        RunInside({"export", Path("scene.gltf"), "--plugin", TQ4X_TINY_PLUGIN, "-o", Path("deep") + "\\er"});
+    EXPECT_EQ(outcome.Code, Done);
+    EXPECT_THAT(outcome.Out, StartsWith(Path("deep/er/scene.qmdl") + "  "));
+    EXPECT_FALSE(std::filesystem::exists(Folder / "deep\\er"));
+}
+
 TEST_F(ProgramTest, SettingsFilesGoToTheirOwnCommand)
 {
     Write("a.q3es", "# TQ4X_ForPennonExport settings\nOptimizePrimitive=\"true\"\n");

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <exception>
 #include <new>
 
 #include "cli/Command.h"
@@ -81,6 +82,9 @@ ExitCode RunCommandWith(const Command& command, std::span<const std::string> wor
         return Interrupted;
     } catch (const std::bad_alloc&) {
         console.Error("There is not enough memory.");
+        return Failed;
+    } catch (const std::exception& error) {
+        console.Error(std::string("Something unexpected failed: ") + error.what());
         return Failed;
     }
 }

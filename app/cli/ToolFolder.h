@@ -10,7 +10,8 @@ namespace tq4x::cli
 /// TQ4X_FORPENNON_ROOT. Where the variable is not set this makes a folder of our own, $XDG_DATA_HOME/tq4x, so
 /// that settings of the last export persist. In the place of the tool's starter it holds a small one of ours
 /// that says that the tool is not installed and fails. Where that folder can't be made a temporary one takes
-/// its place until the program ends.
+/// its place until the program ends; where not even that can be made there is none, and the variable stays
+/// unset.
 class ToolFolder
 {
 public:
@@ -22,6 +23,7 @@ public:
     /// Whether the user has an installation of the tool.
     [[nodiscard]] bool IsInstallation() const { return m_isInstallation; }
 
+    /// Empty if there is no folder.
     [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
 
 private:

@@ -48,9 +48,15 @@ bool Furnish(const fs::path& root)
     return chmod(starter.c_str(), 0755) == 0;
 }
 
+/// Empty if there is no place for it.
 fs::path MakeTemporaryFolder()
 {
-    std::string pattern = (fs::temp_directory_path() / "tq4x-XXXXXX").string();
+    std::error_code error;
+    const fs::path parent = fs::temp_directory_path(error);
+    if (error) {
+        return {};
+    }
+    std::string pattern = (parent / "tq4x-XXXXXX").string();
     return mkdtemp(pattern.data()) == nullptr ? fs::path() : fs::path(pattern);
 }
 
@@ -69,6 +75,9 @@ ToolFolder::ToolFolder()
     } else {
         m_path = MakeTemporaryFolder();
         m_isTemporary = true;
+        if (m_path.empty()) {
+            return; // the plug-in says itself that it has no such folder
+        }
         Furnish(m_path);
     }
     SetVariable(RootVariable, m_path.string());

@@ -176,6 +176,8 @@ TEST_F(ProgramTest, ExitCodesTellWhatFailed)
         {"failing export", Export({"-n", "fails"}), Failed, "error: It failed.\n"},
         {"error message of a success", Export({"-n", "errs"}), Failed,
          "error: An error that stops nothing.\n"},
+        {"exception", Export({"-n", "throws"}), Failed,
+         "error: Something unexpected failed: a plug-in's own exception\n"},
         {"file that can't be opened", Export({"-n", "unwritable"}), BadOutput,
          "error: Can't open file(" + Path("out") + ")\n"},
         {"missing scene", RunInside({"export", Path("none.glb"), "--plugin", plugin}), BadInput,
@@ -386,6 +388,26 @@ TEST_F(ProgramTest, WithoutADataFolderATemporaryOneServes)
     EXPECT_FALSE(std::filesystem::exists(path));
 }
 
+TEST_F(ProgramTest, WithoutAnyPlaceThereIsNoToolFolder)
+{
+    Write("file", "");
+    setenv("XDG_DATA_HOME", Path("file").c_str(), 1);
+    std::filesystem::create_directory(Folder / "cwd");
+    const std::filesystem::path former = std::filesystem::current_path();
+    std::filesystem::current_path(Folder / "cwd");
+    for (const char* const place : {"missing", "file"}) {
+        setenv("TMPDIR", Path(place).c_str(), 1);
+        const ToolFolder tool;
+        EXPECT_EQ(tool.Path(), "");
+        EXPECT_FALSE(tool.IsInstallation());
+        EXPECT_EQ(ReadVariable("TQ4X_FORPENNON_ROOT"), "");
+        EXPECT_EQ(Export({}).Code, Done);
+    }
+    unsetenv("TMPDIR");
+    std::filesystem::current_path(former);
+    EXPECT_TRUE(std::filesystem::is_empty(Folder / "cwd")) << "nothing is made where the program runs";
+}
+
 TEST_F(ProgramTest, FoldersThatCanBeMadeAreFine)
 {
     EXPECT_EQ(FindFolderProblem(Folder / "a/b/c"), "");
@@ -451,6 +473,8 @@ TEST_F(ProgramTest, ProcessesAnswerTheSameCodes)
     EXPECT_EQ(RunProcess({"--version"}), Done);
     EXPECT_EQ(RunProcess({}), WrongUsage);
     EXPECT_EQ(RunProcess({"info", Path("none.glb")}), BadInput);
+    EXPECT_EQ(RunProcess({"export", Path("scene.gltf"), "--plugin", TQ4X_TINY_PLUGIN, "-n", "throws"}),
+              Failed);
     EXPECT_EQ(RunProcess({"export", Path("scene.gltf"), "--plugin", Path("no.so")}), NoPlugin);
 }
 

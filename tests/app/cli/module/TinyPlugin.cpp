@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -77,6 +78,9 @@ XSI::CStatus Export(const std::string& name, const std::string& folder, const XS
         LONG answer = 0;
         app.GetUIToolkit().MsgBox("It exists.\nOverwrite?", XSI::siMsgYesNo, "Title", answer);
         return answer == XSI::siMsgYes ? XSI::CStatus::Fail : XSI::CStatus::OK;
+    }
+    if (name == "throws") {
+        throw std::runtime_error("a plug-in's own exception");
     }
     if (name == "works") {
         WorkLong();

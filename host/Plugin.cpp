@@ -1,5 +1,5 @@
-// The entry points of the plug-in. The host finds everything else by name: the callbacks of commands, properties and
-// menu items stand beside what they do.
+// The entry points of the plug-in. The host finds everything else by name: the callbacks of commands,
+// properties and menu items stand beside what they do.
 
 #include <xsi_application.h>
 #include <xsi_pluginregistrar.h>

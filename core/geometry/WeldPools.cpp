@@ -49,10 +49,13 @@ WeldCache::Entry WeldList(const SharedList<T>& list)
     HashIndex index;
     for (const T& value : values) {
         const auto next = static_cast<std::int32_t>(distinct.size());
-        // A NaN is unequal to itself, so a value that has one is never found: it stays on its own.
-        const std::int32_t number = index.FindOrAdd(HashOf(value), next, [&](std::int32_t candidate) {
-            return distinct[static_cast<std::size_t>(candidate)] == value;
-        });
+        // A value with a NaN is unequal to itself: it stays on its own, and never enters the index, where
+        // many equal ones would only be in each other's way.
+        const bool isComparable = value == value;
+        const std::int32_t number =
+            !isComparable ? next : index.FindOrAdd(HashOf(value), next, [&](std::int32_t candidate) {
+                return distinct[static_cast<std::size_t>(candidate)] == value;
+            });
         if (number == next)
             distinct.push_back(value);
         map.push_back(number);

@@ -49,7 +49,10 @@ bool TextureSet::WriteFiles(const std::string& folder) const
                 PrintMessage(result.Message + " (" + path + ").", Severity::Error);
             continue;
         }
-        if (!WriteTextureFile(AppendPath(folder, entry.Name + ".qtex"), image, MetaData))
+        const bool isWritten = WriteTextureFile(AppendPath(folder, entry.Name + ".qtex"), image, MetaData);
+        image.TextureData = {}; // a long sequence would hold the data of all its files
+        image.TextureDataSize = 0;
+        if (!isWritten)
             return false;
     }
     return true;

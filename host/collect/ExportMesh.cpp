@@ -218,11 +218,12 @@ ReadResult ExportMesh::UseCoordinateSets()
             const std::string set = stage.TextureSpaceId.GetAsciiString();
             if (UseCoordinateSet(set, stage.Name.GetAsciiString(), *material) != ReadResult::Done)
                 return ReadResult::GivenUp;
+            if (m_usedSets.size() > MostCoordinateSets) {
+                ReportMessage(MessageCode::TooManyTexturesOnMesh, TargetBone().Name);
+                return ReadResult::GivenUp;
+            }
         }
-    if (m_usedSets.size() <= MostCoordinateSets)
-        return ReadResult::Done;
-    ReportMessage(MessageCode::TooManyTexturesOnMesh, TargetBone().Name);
-    return ReadResult::GivenUp;
+    return ReadResult::Done;
 }
 
 ReadResult ExportMesh::UseCoordinateSet(const std::string& name, const std::string& texture,

@@ -25,7 +25,6 @@ namespace
 using XSI::CurrentTime;
 using XSI::MATH::CTransformation;
 
-constexpr int LastBillboardType = 6;    // the page's last choice
 constexpr int LastWrittenBillboard = 4; // the files have no word for the axial ones
 constexpr double BindFrame = 0.0; // bind poses are taken at the host's frame 0, wherever the window begins
 

@@ -3,8 +3,8 @@
 #include "collect/ExportTexture.h"
 #include "collect/ShaderPorts.h"
 #include "pipeline/ExportValues.h"
+#include "pipeline/FileAccess.h"
 #include "pipeline/MessageLog.h"
-#include "pipeline/PathText.h"
 
 #include <xsi_imageclip2.h>
 #include <xsi_texture.h>
@@ -14,8 +14,8 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
-#include <fstream>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,8 +34,10 @@ struct Window
 
 Window ExportWindow()
 {
+    constexpr double farthest = 1e9; // frames of the host are far below
     const ExportValues& values = GlobalExportValues();
-    return {static_cast<int>(values.ExportStartFrame), static_cast<int>(values.ExportEndFrame)};
+    return {static_cast<int>(std::clamp(values.ExportStartFrame, -farthest, farthest)),
+            static_cast<int>(std::clamp(values.ExportEndFrame, -farthest, farthest))};
 }
 
 /// The frame of the source that a clip shows at a frame of the scene.
@@ -170,8 +172,9 @@ struct StageBuilder
 
     static std::vector<std::string> ReadLines(const std::string& path)
     {
+        constexpr std::size_t largestScript = std::size_t{16} << 20; // bytes
         std::vector<std::string> lines;
-        std::ifstream stream(NativePath(path));
+        std::istringstream stream(ReadFileText(path, largestScript).value_or(""));
         for (std::string line; std::getline(stream, line); lines.push_back(line))
             if (line.ends_with('\r'))
                 line.pop_back();

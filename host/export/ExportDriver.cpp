@@ -40,9 +40,10 @@ constexpr int BarMaximum = 10000;
 constexpr int BarPhase = 4000;
 constexpr int BarFirstStep = 100;
 
+/// 0 for more objects than the phase has steps: the bar then stands still.
 int StepFor(std::size_t count)
 {
-    return BarPhase / static_cast<int>(std::clamp<std::size_t>(count, 1, BarPhase));
+    return BarPhase / static_cast<int>(std::clamp<std::size_t>(count, 1, BarPhase + 1));
 }
 
 XSI::Property FindPlayControl()
@@ -66,15 +67,16 @@ void SetUpBar(XSI::ProgressBar& bar)
     bar.PutStep(BarFirstStep);
 }
 
-/// False for a "no".
-bool ConfirmOverwrite(const ExportOptions& options)
+/// True if the export may go on. Otherwise `status` is that of the question: a success for a "no", a failure
+/// if nobody could be asked.
+bool ConfirmOverwrite(const ExportOptions& options, XSI::CStatus& status)
 {
     if (!MustAskToOverwrite(options))
         return true;
-    LONG answer = 0;
-    XSI::Application().GetUIToolkit().MsgBox(OverwriteQuestion(options).c_str(), XSI::siMsgYesNo,
-                                             std::string(OverwriteTitle).c_str(), answer);
-    return answer != XSI::siMsgNo;
+    LONG answer = XSI::siMsgNo;
+    status = XSI::Application().GetUIToolkit().MsgBox(OverwriteQuestion(options).c_str(), XSI::siMsgYesNo,
+                                                      std::string(OverwriteTitle).c_str(), answer);
+    return status.Succeeded() && answer != XSI::siMsgNo;
 }
 
 /// The node above all roots, for an export that has not exactly one.
@@ -154,8 +156,9 @@ XSI::CStatus RunExport()
     SetUpBar(context.Progress);
     if (!CheckOptions(options))
         return XSI::CStatus::Fail;
-    if (!ConfirmOverwrite(options))
-        return XSI::CStatus::OK;
+    XSI::CStatus confirmed;
+    if (!ConfirmOverwrite(options, confirmed))
+        return confirmed;
     SetSamplingValues(GlobalExportValues(), options);
     if (!CheckSampleCount(ExportFrames(), GlobalExportValues().FramePrecision))
         return XSI::CStatus::Fail;

@@ -49,7 +49,8 @@ std::vector<XSI::CRef> CollectRoots(bool selectionOnly)
     if (selectionOnly) {
         const XSI::Selection selection = application.GetSelection();
         for (LONG i = 0; i < selection.GetCount(); ++i)
-            roots.push_back(selection[i]);
+            if (selection[i].IsA(XSI::siX3DObjectID)) // materials and properties can be selected too
+                roots.push_back(selection[i]);
     } else {
         for (const XSI::CRef& child : Each(application.GetActiveSceneRoot().GetChildren()))
             roots.push_back(child);

@@ -97,6 +97,15 @@ TEST(WeldPools, NoNumbersStayOnTheirOwn)
     EXPECT_TRUE(std::isnan(FirstComponentsOf(shape)[2]));
 }
 
+TEST(WeldPools, ManyEqualNoNumbersDoNotMeetEachOther)
+{
+    // A method that looks each of them up among the others would run for minutes here.
+    constexpr std::size_t count = 300000;
+    SeparateDataShape shape = MakeShape(std::vector<Vector2>(count, {Nan, 0}), {0, 299999});
+    WeldPools(shape);
+    EXPECT_EQ(FirstComponentsOf(shape).size(), count);
+}
+
 TEST(WeldPools, WeldsEachSlotOnItsOwn)
 {
     SeparateDataShape shape;

@@ -136,6 +136,36 @@ TEST(ExportDriver, SelectionDecidesTheRoots)
     EXPECT_FALSE(run.FileHolds("out.qmdl", "Name=\"one\""));
 }
 
+TEST(ExportDriver, SelectedThingsThatAreNoObjectsArePassedOver)
+{
+    const ToolInstallation tool;
+    SceneBuilder scene;
+    const SceneNode one = scene.Null("one");
+    const SceneMaterial red = scene.Material("red");
+    scene.Select({red, one});
+    const ExportRun run({"ExportTarget:Selection"});
+    EXPECT_TRUE(run.Succeeded());
+    EXPECT_TRUE(run.FileHolds("out.qmdl", "RootBoneName=\"one\""));
+}
+
+TEST(ExportDriver, MoreObjectsThanStepsLeaveTheBarWhereItIs)
+{
+    const ToolInstallation tool;
+    SceneBuilder scene;
+    scene.Frames(0, 0);
+    for (int i = 0; i < 4001; ++i)
+        scene.Null("n" + std::to_string(i));
+    LONG highest = 0;
+    scene.Host().Fill.Progress = [&](const XSI::Host::ProgressState& state) {
+        if (state.StatusText == "Collecting Data from XSI...")
+            highest = std::max(highest, state.Value);
+        return false;
+    };
+    const ExportRun run;
+    EXPECT_TRUE(run.Succeeded());
+    EXPECT_EQ(highest, 0);
+}
+
 TEST(ExportDriver, ASceneWithoutNodesHasNoModel)
 {
     const ToolInstallation tool;

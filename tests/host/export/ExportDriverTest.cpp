@@ -217,6 +217,51 @@ TEST(ExportDriver, AsksOnceForTheFirstFileThatExists)
     EXPECT_TRUE(run.FileHolds("out.qmdl", "second"));
 }
 
+TEST(ExportDriver, ANoRestoresNothing)
+{
+    const ToolInstallation tool;
+    SceneBuilder scene;
+    scene.Null("body");
+    ExportRun run;
+    ASSERT_TRUE(run.Succeeded());
+    scene.Host().Preferences[AutoInspect] = 1;
+    scene.Host().MessageBoxAnswers = {XSI::siMsgNo};
+    run.Run({});
+    EXPECT_TRUE(run.Succeeded());
+    EXPECT_EQ(static_cast<LONG>(scene.Host().Preferences[AutoInspect]), 0);
+    EXPECT_NE(LiveOptions(), nullptr);
+}
+
+TEST(ExportDriver, AViewerThatFailsChangesNothingElse)
+{
+    ToolInstallation tool;
+    SceneBuilder scene;
+    scene.Null("body");
+    CurrentPlatform().RunCommand = [&](const std::string& command) {
+        tool.Commands.push_back(command);
+        return 1;
+    };
+    const ExportRun run({"OutputMode:BrellStudio"});
+    EXPECT_TRUE(run.Succeeded());
+    EXPECT_EQ(tool.Commands.size(), 1u);
+    EXPECT_THAT(run.Messages(), ElementsAre("E Failed to start BrellStudio"));
+    EXPECT_TRUE(std::filesystem::exists(tool.Root() /
+                                        "tools/DccPlugin/softimage/ini/last_export_options_for_pennon.q3es"));
+    EXPECT_EQ(LiveOptions(), nullptr);
+}
+
+TEST(ExportDriver, TexturesAloneAreNeverAskedFor)
+{
+    const ToolInstallation tool;
+    SceneBuilder scene;
+    scene.Null("body");
+    ExportRun run;
+    ASSERT_TRUE(run.Succeeded());
+    run.Run({"OutputQmdl:false"});
+    EXPECT_TRUE(run.Succeeded());
+    EXPECT_THAT(scene.Host().MessageBoxes, IsEmpty());
+}
+
 TEST(ExportDriver, OverwriteTestCrossesLightsAndCameras)
 {
     const ToolInstallation tool;

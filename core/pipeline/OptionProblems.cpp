@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <numeric>
 #include <utility>
@@ -52,11 +53,6 @@ std::string JoinWords(OptionWords words)
     return joined;
 }
 
-bool IsLimited(const OptionLimits& limits)
-{
-    return limits.Low != limits.High;
-}
-
 /// The integer of a text that is one; nothing beyond 64 bits.
 std::optional<std::int64_t> FindWideInteger(std::string_view text)
 {
@@ -66,55 +62,44 @@ std::optional<std::int64_t> FindWideInteger(std::string_view text)
     return error == std::errc() ? std::optional(value) : std::nullopt;
 }
 
-/// " from 0 to 9" for a row that is limited.
-std::string RangeText(const OptionLimits& limits)
+std::optional<std::string> FindIntegerProblem(std::string_view value, std::int64_t low, std::int64_t high)
 {
-    std::string text;
-    if (IsLimited(limits)) {
-        text += " from ";
-        AppendNumber(text, limits.Low);
-        text += " to ";
-        AppendNumber(text, limits.High);
-    }
-    return text;
-}
-
-/// The range of integers: that of the row, else all that the field holds.
-std::pair<std::int64_t, std::int64_t> IntegerRange(const OptionLimits& limits)
-{
-    using Field = std::numeric_limits<std::int32_t>;
-    if (!IsLimited(limits))
-        return {Field::min(), Field::max()};
-    return {static_cast<std::int64_t>(limits.Low), static_cast<std::int64_t>(limits.High)};
-}
-
-std::optional<std::string> FindIntegerProblem(const OptionRow& row, std::string_view value)
-{
-    const auto [low, high] = IntegerRange(row.Limits);
     const std::optional<std::int64_t> number = IsIntegerText(value) ? FindWideInteger(value) : std::nullopt;
     if (number && *number >= low && *number <= high)
         return std::nullopt;
     return "an integer from " + std::to_string(low) + " to " + std::to_string(high);
 }
 
-std::optional<std::string> FindDecimalProblem(const OptionRow& row, std::string_view value)
+/// An integer that the field can hold: ranges of the dialog are told by the export itself, each in its own
+/// words.
+std::optional<std::string> FindFieldProblem(std::string_view value)
 {
-    // The ends as the field holds them, so that a text of an end is inside.
-    const auto low = static_cast<float>(row.Limits.Low);
-    const auto high = static_cast<float>(row.Limits.High);
-    const float number = ParseDecimal(value);
-    if (IsDecimalText(value) && (!IsLimited(row.Limits) || (number >= low && number <= high)))
+    using Field = std::numeric_limits<std::int32_t>;
+    return FindIntegerProblem(value, Field::min(), Field::max());
+}
+
+/// A choice that stands for one of the row's words.
+std::optional<std::string> FindChoiceProblem(const OptionRow& row, std::string_view value)
+{
+    return FindIntegerProblem(value, static_cast<std::int64_t>(row.Limits.Low),
+                              static_cast<std::int64_t>(row.Limits.High));
+}
+
+/// A number that the field can hold without being cut to its largest.
+std::optional<std::string> FindDecimalProblem(std::string_view value)
+{
+    if (IsDecimalText(value) && std::abs(ParseDecimal(value)) < std::numeric_limits<float>::max())
         return std::nullopt;
-    return "a number" + RangeText(row.Limits);
+    return "a number";
 }
 
 /// What a value must be, as the end of a sentence, if it is not that.
 std::optional<std::string> FindTypedProblem(const OptionRow& row, std::string_view value)
 {
     if (std::holds_alternative<float ExportOptions::*>(row.Field))
-        return FindDecimalProblem(row, value);
+        return FindDecimalProblem(value);
     if (std::holds_alternative<std::int32_t ExportOptions::*>(row.Field))
-        return FindIntegerProblem(row, value);
+        return FindFieldProblem(value);
     if (std::holds_alternative<bool ExportOptions::*>(row.Field) && value != "true" && value != "false")
         return "true or false";
     return std::nullopt;
@@ -130,7 +115,7 @@ std::optional<std::string> FindValueProblem(const OptionRow& row, std::string_vi
             return "one of " + JoinWords(row.Words);
         break;
     case CommandForm::Integer:
-        return FindIntegerProblem(row, value);
+        return FindChoiceProblem(row, value);
     case CommandForm::Switch:
         if (!value.empty() && value != "true")
             return "true: every value switches it on";

@@ -47,7 +47,7 @@ protected:
                          std::vector<std::string> more = {}) const
     {
         std::vector<std::string> words = {"export",   (Samples / file).string(), "-o",       Path(folder),
-                                          "--plugin", TQ4X_WHOLE_PLUGIN,          "--author", "tester"};
+                                          "--plugin", TQ4X_WHOLE_PLUGIN,         "--author", "tester"};
         words.insert(words.end(), more.begin(), more.end());
         return RunInside(words);
     }

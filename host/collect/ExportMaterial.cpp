@@ -2,6 +2,7 @@
 
 #include "collect/ExportMesh.h"
 #include "collect/ExportTexture.h"
+#include "collect/FiniteValues.h"
 #include "collect/ReadShader.h"
 #include "collect/ReadUserData.h"
 #include "collect/SampleFrames.h"
@@ -203,6 +204,8 @@ bool ExportMaterial::Finish()
         Target->SetBlendPreset(BlendPreset::Translucent);
     const std::size_t textures = Target->TextureMappers.size() - (hasNormalMap ? 1 : 0);
     Target->BuildFragmentLighting(Context.Content.Materials.LookupTables, hasVertexColor, textures);
+    if (!AreFinite(*Target))
+        PrintMessage("Values that are not finite exist(" + Target->Name + ").", Severity::Warning);
     return true;
 }
 

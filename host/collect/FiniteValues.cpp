@@ -3,9 +3,11 @@
 #include "collect/ReadMeshAttributes.h"
 #include "environment/Camera.h"
 #include "environment/Light.h"
+#include "material/Material.h"
 #include "scene/Bone.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace tq4x
@@ -79,6 +81,19 @@ bool AreFinite(const Light& light)
     return IsFinite(light.Translate) && IsFinite(light.Direction) && IsFinite(light.Ambient) &&
            IsFinite(light.Diffuse) && IsFinite(light.Specular0) && IsFinite(light.Specular1) &&
            AreSamplesFinite(light.Curves);
+}
+
+bool AreFinite(const Material& material)
+{
+    const std::array colors = {material.Emission, material.Ambient, material.Diffuse, material.Specular0};
+    const auto isFinite = [](const TextureCoordinator& coordinator) {
+        const std::array numbers = {coordinator.ScaleS, coordinator.ScaleT, coordinator.Rotate,
+                                    coordinator.TranslateS, coordinator.TranslateT};
+        return AreAllFinite(numbers) && AreSamplesFinite(coordinator.Curves);
+    };
+    return AreAllFinite(colors) && std::isfinite(material.SpecularExponent) &&
+           AreSamplesFinite(material.ColorCurves) &&
+           std::all_of(material.TextureCoordinators.begin(), material.TextureCoordinators.end(), isFinite);
 }
 
 bool AreFinite(const MeshAttributes& attributes)

@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,8 +49,9 @@ bool IsFolder(const std::string& path)
     return std::filesystem::is_directory(FilePath(path), error);
 }
 
-/// The files of a folder that are scenes, in byte order of their names.
-std::vector<std::string> SceneNames(const std::string& folder)
+/// The files of a folder that are scenes, in byte order of their names; nothing if the folder can't be
+/// listed.
+std::optional<std::vector<std::string>> FindSceneNames(const std::string& folder)
 {
     std::vector<std::string> names;
     std::error_code error;
@@ -59,6 +61,8 @@ std::vector<std::string> SceneNames(const std::string& folder)
         if (entry->path().extension() == SceneExtension && entry->is_regular_file(typeError))
             names.push_back(entry->path().filename().string());
     }
+    if (error)
+        return std::nullopt;
     std::ranges::sort(names);
     return names;
 }
@@ -87,8 +91,13 @@ XSI::CStatus ExportScene(const std::string& path, const std::string& outputFolde
 /// The first scene that fails ends the batch.
 XSI::CStatus ExportFolder(const std::string& inputFolder, const std::string& outputFolder)
 {
+    const std::optional<std::vector<std::string>> names = FindSceneNames(inputFolder);
+    if (!names) {
+        ReportMessage(MessageCode::OutputFolderWrong, inputFolder);
+        return XSI::CStatus::Fail;
+    }
     XSI::CStatus status = XSI::CStatus::OK;
-    for (const std::string& name : SceneNames(inputFolder)) {
+    for (const std::string& name : *names) {
         status = ExportScene(AppendPath(inputFolder, name), outputFolder);
         if (!status.Succeeded())
             break;

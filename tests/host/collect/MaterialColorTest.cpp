@@ -1,5 +1,7 @@
 #include "support/MaterialRun.h"
 
+#include <limits>
+
 #include "pipeline/SceneContent.h"
 
 namespace tq4x
@@ -117,6 +119,17 @@ TEST(MaterialColor, BlinnTakesItsExponentWhereItHasOne)
     MaterialRun run;
     EXPECT_TRUE(run.Convert({material}));
     EXPECT_EQ(run.Of(material).SpecularExponent, 7.5f);
+}
+
+TEST(MaterialColor, NumbersThatAreNotFiniteAreToldOnce)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    SceneBuilder scene;
+    SceneMaterial broken = scene.Material("broken", "blinn").Set("shiny", infinity);
+    SceneMaterial whole = scene.Material("whole", "blinn").Set("shiny", 7.5);
+    MaterialRun run;
+    EXPECT_TRUE(run.Convert({broken, whole}));
+    EXPECT_THAT(run.Messages(), ElementsAre("W Values that are not finite exist(broken)."));
 }
 
 TEST(MaterialColor, ExponentAndColoursAreThoseOfTheFirstFrame)

@@ -1,0 +1,11 @@
+# Runs at the end of an installation: SHA256SUMS of all that lies in it, as `sha256sum --check` reads it.
+set(root "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")
+file(GLOB_RECURSE files RELATIVE "${root}" "${root}/*")
+list(REMOVE_ITEM files SHA256SUMS)
+list(SORT files)
+set(lines "")
+foreach(name IN LISTS files)
+    file(SHA256 "${root}/${name}" sum)
+    string(APPEND lines "${sum}  ${name}\n")
+endforeach()
+file(WRITE "${root}/SHA256SUMS" "${lines}")

@@ -28,6 +28,12 @@ namespace tq4x::test
 class ExportRun
 {
 public:
+    struct NotYet
+    {};
+
+    /// Only the folder, for a test that puts something into it before the first run.
+    explicit ExportRun(NotYet) { EnsurePlugin(); }
+
     /// The tool's optimisation is not asked for unless the options say so, so that no tool is needed.
     explicit ExportRun(const std::vector<std::string>& options = {}, const std::string& name = "out")
     {

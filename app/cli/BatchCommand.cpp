@@ -1,13 +1,16 @@
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <optional>
 #include <thread>
 
 #include "cli/BatchJob.h"
 #include "cli/ChildProcess.h"
 #include "cli/Command.h"
+#include "cli/ExportRequest.h"
 #include "cli/OutputFolder.h"
 #include "cli/ReplaceFile.h"
+#include "cli/TemporaryFolder.h"
 #include "cli/Terminal.h"
 #include "pipeline/FileAccess.h"
 
@@ -18,30 +21,41 @@ namespace
 
 using gltf::JsonValue;
 
-constexpr OptionSpec Specs[] = {
+constexpr OptionSpec OwnSpecs[] = {
     {"--jobs", 'j', "N", "so many scenes at a time; default: the number of processors"},
     {"--stop-on-error", 0, "", "start no further scene after one has failed"},
     {"--report", 0, "FILE.json", "write what became of each scene as JSON"},
-    {"--settings", 's', "FILE.q3es", "take the settings of this file"},
-    {"--set", 0, "KEY:VALUE", "set an option of the plug-in's export command", true},
-    {"--overwrite", 0, "", "overwrite existing files"},
-    {"--fit-textures", 0, "", "bring pictures to the nearest size that a texture can have"},
-    {"--asset-root", 0, "DIR", "allow files of the scenes anywhere below this folder"},
-    {"--author", 0, "NAME", "author that the files name; default: the user"},
-    {"--plugin", 0, "FILE", "load this plug-in; default: $TQ4X_PLUGIN, else the one beside the program"},
 };
 
-/// Options that each export gets as they stand here.
-constexpr std::string_view Forwarded[] = {"--settings",   "--set",    "--overwrite", "--fit-textures",
-                                          "--asset-root", "--author", "--plugin"};
+/// Options of an export that name files of one scene.
+constexpr std::string_view OptionsOfOneScene[] = {"--output", "--name", "--report", "--depfile"};
+
+/// The options of an export that each of them gets as they stand here.
+std::vector<OptionSpec> ForwardedSpecs()
+{
+    std::vector<OptionSpec> specs;
+    std::ranges::copy_if(ExportOptionSpecs(), std::back_inserter(specs), [](const OptionSpec& spec) {
+        return std::ranges::find(OptionsOfOneScene, spec.Name) == std::end(OptionsOfOneScene);
+    });
+    return specs;
+}
+
+std::span<const OptionSpec> BatchOptionSpecs()
+{
+    static const std::vector<OptionSpec> specs = [] {
+        std::vector<OptionSpec> all(std::begin(OwnSpecs), std::end(OwnSpecs));
+        std::ranges::copy(ForwardedSpecs(), std::back_inserter(all));
+        return all;
+    }();
+    return specs;
+}
 
 std::vector<std::string> ForwardedWords(const Arguments& arguments)
 {
     std::vector<std::string> words;
-    for (const std::string_view name : Forwarded) {
-        for (const std::string& value : arguments.Values(name)) {
-            const bool isSwitch = name == "--overwrite" || name == "--fit-textures";
-            words.push_back(std::string(name) + (isSwitch ? "" : "=" + value));
+    for (const OptionSpec& spec : ForwardedSpecs()) {
+        for (const std::string& value : arguments.Values(spec.Name)) {
+            words.push_back(std::string(spec.Name) + (spec.ValueName.empty() ? "" : "=" + value));
         }
     }
     return words;
@@ -58,10 +72,12 @@ std::optional<std::size_t> ReadCount(const std::string& text)
 class Batch
 {
 public:
-    Batch(const Arguments& arguments, Console& console, std::size_t jobCount)
+    Batch(const Arguments& arguments, Console& console, std::size_t jobCount,
+          const std::filesystem::path& folder)
         : m_arguments(arguments),
           m_console(console),
           m_jobCount(jobCount),
+          m_folder(folder),
           m_jobs(FindJobs(arguments.Positionals[0]))
     {}
 
@@ -93,7 +109,7 @@ private:
 
     void Start(BatchJob& job, const std::vector<std::string>& words)
     {
-        const std::filesystem::path folder = m_folder.Path() / std::to_string(m_next);
+        const std::filesystem::path folder = m_folder / std::to_string(m_next);
         const ChildCommand command = BuildJobCommand(job, m_arguments.Positionals[1], words, folder);
         job.Process = job.State == JobState::Waiting ? m_children.Start(command) : 0;
         if (job.Process == 0) {
@@ -150,8 +166,8 @@ private:
     const Arguments& m_arguments;
     Console& m_console;
     std::size_t m_jobCount;
+    const std::filesystem::path& m_folder; ///< for temporary files
     std::vector<BatchJob> m_jobs;
-    BatchFolder m_folder; ///< outlives the processes that work in it
     ChildProcesses m_children;
     std::size_t m_next = 0;
     std::size_t m_finished = 0;
@@ -168,6 +184,16 @@ ExitCode RunBatch(const Arguments& arguments, Console& console)
         console.Error("The number of jobs must be a whole number above 0, not \"" + *text + "\".");
         return WrongUsage;
     }
+    // What no export can make sense of is refused once, not once for each scene.
+    const ParsedRequest request = ReadExportRequest(arguments, true);
+    if (!request.UsageError.empty()) {
+        console.Error(request.UsageError);
+        return WrongUsage;
+    }
+    if (!request.InputError.empty()) {
+        console.Error(request.InputError);
+        return BadInput;
+    }
     std::error_code error;
     if (!std::filesystem::is_directory(input, error)) {
         console.Error("There is no folder " + input + ".");
@@ -178,13 +204,22 @@ ExitCode RunBatch(const Arguments& arguments, Console& console)
         console.Error(problem);
         return BadOutput;
     }
-    return Batch(arguments, console, *jobCount).Run();
+    const TemporaryFolder folder; // outlives the processes that work in it
+    if (folder.Path().empty()) {
+        console.Error("There is no folder for temporary files.");
+        return BadOutput;
+    }
+    return Batch(arguments, console, *jobCount, folder.Path()).Run();
 }
 
 } // namespace
 
-const Command BatchCommand = {
-    "batch", "IN_DIR OUT_DIR", 2, 2, "Exports every scene of a folder, each in a process of its own.",
-    Specs,   RunBatch};
+const Command BatchCommand = {"batch",
+                              "IN_DIR OUT_DIR",
+                              2,
+                              2,
+                              "Exports every scene of a folder, each in a process of its own.",
+                              BatchOptionSpecs(),
+                              RunBatch};
 
 } // namespace tq4x::cli

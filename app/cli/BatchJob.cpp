@@ -1,7 +1,6 @@
 #include "cli/BatchJob.h"
 
 #include <algorithm>
-#include <random>
 #include <set>
 
 #include "cli/PluginFile.h"
@@ -54,16 +53,18 @@ std::size_t SizeOf(const JsonValue& object, std::string_view key)
     return found != nullptr && found->Array() != nullptr ? found->Array()->size() : 0;
 }
 
+Severity SeverityOf(std::string_view word)
+{
+    return word == "error" ? Severity::Error : word == "warning" ? Severity::Warning : Severity::Information;
+}
+
 void ReadMessages(BatchJob& job)
 {
     const JsonValue* const messages = job.Report.Find("messages");
     for (const JsonValue& message :
          messages != nullptr && messages->Array() != nullptr ? *messages->Array() : JsonArray()) {
-        const std::string severity = TextOf(message, "severity");
-        if (severity == "error" || severity == "warning") {
-            job.Messages.push_back({severity == "error" ? Severity::Error : Severity::Warning,
-                                    TextOf(message, "object"), TextOf(message, "text"), 1});
-        }
+        job.Messages.push_back(
+            {SeverityOf(TextOf(message, "severity")), TextOf(message, "object"), TextOf(message, "text"), 1});
     }
 }
 
@@ -124,20 +125,6 @@ const char* WordOf(JobState state)
 }
 
 } // namespace
-
-BatchFolder::BatchFolder()
-{
-    std::error_code error;
-    std::random_device device;
-    m_path = std::filesystem::temp_directory_path(error) / ("tq4x-batch-" + std::to_string(device()));
-    std::filesystem::create_directories(m_path, error);
-}
-
-BatchFolder::~BatchFolder()
-{
-    std::error_code error;
-    std::filesystem::remove_all(m_path, error);
-}
 
 std::vector<BatchJob> FindJobs(const std::filesystem::path& folder)
 {

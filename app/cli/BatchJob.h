@@ -29,23 +29,8 @@ struct BatchJob
     int ExitCode = 0;
     std::filesystem::path Folder;  ///< of its own, for temporary files
     gltf::JsonValue Report;        ///< of its export; of its files those that bear the scene's name
-    std::vector<Message> Messages; ///< errors and warnings of the report
+    std::vector<Message> Messages; ///< of the report
     std::size_t FileCount = 0;
-};
-
-/// A temporary folder that goes with all it holds.
-class BatchFolder
-{
-public:
-    BatchFolder();
-    BatchFolder(const BatchFolder&) = delete;
-    BatchFolder& operator=(const BatchFolder&) = delete;
-    ~BatchFolder();
-
-    [[nodiscard]] const std::filesystem::path& Path() const { return m_path; }
-
-private:
-    std::filesystem::path m_path;
 };
 
 /// The scenes of a folder (.gltf, .glb, .scn) in the order of their names. One whose files would have the

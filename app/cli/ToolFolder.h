@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
+#include <optional>
+
+#include "cli/TemporaryFolder.h"
 
 namespace tq4x::cli
 {
@@ -29,7 +31,7 @@ public:
 private:
     std::filesystem::path m_path;
     bool m_isInstallation = false;
-    bool m_isTemporary = false;
+    std::optional<TemporaryFolder> m_temporary;
 };
 
 } // namespace tq4x::cli

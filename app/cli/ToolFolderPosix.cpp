@@ -48,18 +48,6 @@ bool Furnish(const fs::path& root)
     return chmod(starter.c_str(), 0755) == 0;
 }
 
-/// Empty if there is no place for it.
-fs::path MakeTemporaryFolder()
-{
-    std::error_code error;
-    const fs::path parent = fs::temp_directory_path(error);
-    if (error) {
-        return {};
-    }
-    std::string pattern = (parent / "tq4x-XXXXXX").string();
-    return mkdtemp(pattern.data()) == nullptr ? fs::path() : fs::path(pattern);
-}
-
 } // namespace
 
 ToolFolder::ToolFolder()
@@ -73,8 +61,7 @@ ToolFolder::ToolFolder()
     if (own && Furnish(*own)) {
         m_path = *own;
     } else {
-        m_path = MakeTemporaryFolder();
-        m_isTemporary = true;
+        m_path = m_temporary.emplace().Path();
         if (m_path.empty()) {
             return; // the plug-in says itself that it has no such folder
         }
@@ -87,10 +74,6 @@ ToolFolder::~ToolFolder()
 {
     if (!m_isInstallation) {
         SetVariable(RootVariable, "");
-    }
-    if (m_isTemporary && !m_path.empty()) {
-        std::error_code error;
-        fs::remove_all(m_path, error);
     }
 }
 

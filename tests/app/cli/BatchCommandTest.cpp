@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 
 #include "MarkedScene.h"
+#include "cli/ExportRequest.h"
 
 namespace tq4x::cli::test
 {
@@ -24,9 +25,9 @@ protected:
     }
 
     /// Runs the program as a process of its own.
-    Outcome Program(const std::string& words) const
+    Outcome Program(const std::string& words, const std::string& before = "") const
     {
-        const std::string command = std::string("'") + TQ4X_PROGRAM + "' " + words + " >'" + Path("stdout") +
+        const std::string command = before + "'" + TQ4X_PROGRAM + "' " + words + " >'" + Path("stdout") +
                                     "' 2>'" + Path("stderr") + "'";
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Read("stdout"), Read("stderr")};
@@ -88,6 +89,130 @@ TEST_F(BatchCommandTest, HandsOptionsOnToEachExport)
     EXPECT_EQ(again.Code, BatchFailed) << "nobody can be asked whether to overwrite";
     EXPECT_THAT(again.Err, HasSubstr("--overwrite"));
     EXPECT_EQ(Batch("--overwrite").Code, Done);
+}
+
+TEST_F(BatchCommandTest, HandsOnEveryOptionThatIsNotAboutOneScene)
+{
+    const std::string help = HelpOf(BatchCommand);
+    for (const OptionSpec& spec : ExportOptionSpecs()) {
+        const bool isOfOneScene =
+            spec.Name == "--output" || spec.Name == "--name" || spec.Name == "--depfile";
+        const std::string line = "  " + std::string(spec.Name);
+        EXPECT_EQ(help.find(line) != std::string::npos ||
+                      help.find(", " + line.substr(2)) != std::string::npos,
+                  !isOfOneScene)
+            << spec.Name;
+    }
+}
+
+TEST_F(BatchCommandTest, OptionsReachEachExport)
+{
+    Write("in/a.gltf", R"({"asset":{"version":"2.0"},"scenes":[{"nodes":[0,1]}],"nodes":[{"name":"one"},)"
+                       R"({"name":"two"}],"animations":[)"
+                       R"({"name":"walk","samplers":[{"input":0,"output":1}],)"
+                       R"("channels":[{"sampler":0,"target":{"node":0,"path":"translation"}}]},)"
+                       R"({"name":"long","samplers":[{"input":2,"output":1}],)"
+                       R"("channels":[{"sampler":0,"target":{"node":0,"path":"translation"}}]}],)"
+                       R"("accessors":[{"bufferView":0,"componentType":5126,"count":2,"type":"SCALAR",)"
+                       R"("min":[0],"max":[1]},)"
+                       R"({"bufferView":1,"componentType":5126,"count":2,"type":"VEC3"},)"
+                       R"({"bufferView":2,"componentType":5126,"count":2,"type":"SCALAR",)"
+                       R"("min":[0],"max":[2]}],"bufferViews":[{"buffer":0,"byteLength":8},)"
+                       R"({"buffer":0,"byteOffset":8,"byteLength":24},)"
+                       R"({"buffer":0,"byteOffset":32,"byteLength":8}],"buffers":[{"byteLength":40,)"
+                       R"("uri":"data:application/octet-stream;base64,)"
+                       R"(AAAAAAAAgD8AAAAAAAAAAAAAAAAAAIA/AACAPwAAgD8AAAAAAAAAQA=="}]})");
+    Write("set.q3es", "# TQ4X_ForPennonExport settings\nOutputQtex=\"false\"\nOutputQskla=\"true\"\n"
+                      "OptimizePrimitive=\"false\"\nMagnify=\"2\"\n");
+
+    const struct
+    {
+        const char* Options;
+        const char* File;
+        const char* Text;
+    } rows[] = {
+        {"--set OutputQskla:true --fps 10", "a.qskla", "EndFrame=\"10\""},
+        {"--set OutputQskla:true --frames 3-7", "a.qskla", "StartFrame=\"2\" EndFrame=\"6\""},
+        {"--set OutputQskla:true --clip long", "a.qskla", "EndFrame=\"60\""},
+        {"--select two", "a.qmdl", "RootBoneName=\"two\""},
+        {"-s set.q3es", "a.qskla", "Magnify=\"2\""},
+        {"--author ann", "a.qmdl", "Author=\"ann\""},
+    };
+
+    for (const auto& row : rows) {
+        std::filesystem::remove_all(Folder / "out");
+        const std::string here = "cd '" + Folder.Path().string() + "' && ";
+        const Outcome plain = Program("batch in plain --overwrite --set OutputQskla:true", here);
+        EXPECT_EQ(plain.Code, Done) << plain.Err;
+        EXPECT_THAT(Read(std::string("plain/") + row.File), Not(HasSubstr(row.Text))) << row.Options;
+        const Outcome outcome = Program(std::string("batch in out ") + row.Options, here);
+        EXPECT_EQ(outcome.Code, Done) << row.Options << "\n" << outcome.Err;
+        EXPECT_THAT(Read(std::string("out/") + row.File), HasSubstr(row.Text)) << row.Options;
+    }
+}
+
+TEST_F(BatchCommandTest, RefusesBadOptionsOnce)
+{
+    WriteScene("in/a.gltf");
+
+    const struct
+    {
+        const char* Options;
+        int Code;
+        const char* Text;
+    } rows[] = {
+        {"--fps 0", WrongUsage, "error: The frame rate must be a number above 0, not \"0\".\n"},
+        {"--frames some", WrongUsage,
+         "error: The frames must be all, playback or FIRST-LAST, not \"some\".\n"},
+        {"--set Magnifi:1", WrongUsage, "Magnify"},
+        {"-s none.q3es", BadInput, "none.q3es"},
+    };
+
+    for (const auto& row : rows) {
+        const Outcome outcome = Batch(row.Options);
+        EXPECT_EQ(outcome.Code, row.Code) << row.Options;
+        EXPECT_EQ(outcome.Out, "") << row.Options;
+        EXPECT_THAT(outcome.Err, HasSubstr(row.Text)) << row.Options;
+    }
+}
+
+TEST_F(BatchCommandTest, VerbosityIsThatOfTheExports)
+{
+    WriteScene("in/a.gltf");
+    Write("in/b.gltf", "{ broken");
+    const std::string tiny = std::string("--plugin '") + TQ4X_TINY_PLUGIN + "' --overwrite ";
+    const Outcome normal = Batch(tiny);
+    EXPECT_THAT(normal.Out, HasSubstr("2 scenes, 1 failed"));
+    EXPECT_THAT(normal.Err, Not(HasSubstr("note:")));
+    const Outcome chatty = Batch(tiny + "-v");
+    EXPECT_THAT(chatty.Err, HasSubstr("note: a.gltf: Some information.\n"));
+    const Outcome quiet = Batch(tiny + "-q");
+    EXPECT_EQ(quiet.Code, BatchFailed);
+    EXPECT_EQ(quiet.Out, "");
+    EXPECT_THAT(quiet.Err, testing::StartsWith("error: b.gltf: "));
+}
+
+TEST_F(BatchCommandTest, WithoutATemporaryFolderNothingIsTouched)
+{
+    WriteScene("in/a.gltf");
+    const std::filesystem::path here = Folder / "here";
+    std::filesystem::create_directory(here);
+    const Outcome outcome = Program("batch ../in ../out", "cd '" + here.string() + "' && TMPDIR=/dev/null ");
+    EXPECT_EQ(outcome.Code, BadOutput);
+    EXPECT_EQ(outcome.Err, "error: There is no folder for temporary files.\n");
+    EXPECT_TRUE(std::filesystem::is_empty(here));
+    EXPECT_FALSE(std::filesystem::exists(Folder / "out"));
+}
+
+TEST_F(BatchCommandTest, ARelativeTemporaryFolderServesToo)
+{
+    WriteScene("in/a.gltf");
+    std::filesystem::create_directory(Folder / "tmp");
+    const Outcome outcome = Program("batch in out", "cd '" + Folder.Path().string() + "' && TMPDIR=tmp ");
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    EXPECT_TRUE(std::filesystem::exists(Folder / "out/a.qmdl"));
+    EXPECT_TRUE(std::filesystem::is_empty(Folder / "tmp")) << "all goes with the batch";
+    EXPECT_FALSE(std::filesystem::exists(Folder / "data")) << "the settings of the user's last export";
 }
 
 TEST_F(BatchCommandTest, ExportsDontTouchTheUsersOwnFiles)

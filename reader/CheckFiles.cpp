@@ -35,26 +35,6 @@ private:
     std::optional<Document> m_document;
 };
 
-void CheckContent(const Document& document, FindingList& findings)
-{
-    if (document.Model) {
-        CheckModel(*document.Model, findings);
-    }
-    if (document.Texture) {
-        CheckTexture(*document.Texture, findings);
-    }
-    if (document.SkeletalAnimation) {
-        CheckSkeletalAnimation(*document.SkeletalAnimation, findings);
-    }
-    if (document.MaterialAnimation) {
-        CheckMaterialAnimation(*document.MaterialAnimation, findings);
-    }
-    if (document.VisibilityAnimation) {
-        CheckVisibilityAnimation(*document.VisibilityAnimation, findings);
-    }
-    CheckStage(document.Stage, findings);
-}
-
 void CheckTextureFiles(const Document& document, const std::filesystem::path& folder, FindingList& findings)
 {
     if (document.Model) {
@@ -99,7 +79,7 @@ void CheckFile(const std::filesystem::path& file, ModelCache& models, CheckResul
     ++result.FileCount;
     // What breaks the grammar leaves defaults in the records; checking these would tell the same again.
     if (document && !findings.HasErrors()) {
-        CheckContent(*document, findings);
+        CheckDocument(*document, findings);
         CheckNeighbours(*document, file, models, findings);
     }
     result.UnreadableCount += document ? 0 : 1;
@@ -142,6 +122,26 @@ void CheckFolder(const std::filesystem::path& folder, ModelCache& models, CheckR
 }
 
 } // namespace
+
+void CheckDocument(const Document& document, FindingList& findings)
+{
+    if (document.Model) {
+        CheckModel(*document.Model, findings);
+    }
+    if (document.Texture) {
+        CheckTexture(*document.Texture, findings);
+    }
+    if (document.SkeletalAnimation) {
+        CheckSkeletalAnimation(*document.SkeletalAnimation, findings);
+    }
+    if (document.MaterialAnimation) {
+        CheckMaterialAnimation(*document.MaterialAnimation, findings);
+    }
+    if (document.VisibilityAnimation) {
+        CheckVisibilityAnimation(*document.VisibilityAnimation, findings);
+    }
+    CheckStage(document.Stage, findings);
+}
 
 CheckResult CheckFiles(std::span<const std::filesystem::path> paths)
 {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Finding.h"
+#include "ReadDocument.h"
 
 namespace tq4x::reader
 {
@@ -20,5 +21,9 @@ struct CheckResult
 /// files beside them that they refer to (textures of a model; the model, found by its base name, of an
 /// animation). A folder stands for all files of the eight kinds below it, in order of their paths.
 [[nodiscard]] CheckResult CheckFiles(std::span<const std::filesystem::path> paths);
+
+/// Checks what belongs together inside one document, without the files beside it. The document must follow
+/// the grammar of its kind.
+void CheckDocument(const Document& document, FindingList& findings);
 
 } // namespace tq4x::reader

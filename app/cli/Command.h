@@ -44,6 +44,7 @@ inline constexpr std::size_t AnyNumber = static_cast<std::size_t>(-1);
 extern const Command ExportCommand;
 extern const Command InfoCommand;
 extern const Command CheckCommand;
+extern const Command ToGltfCommand;
 extern const Command CommandsCommand;
 extern const Command BatchCommand;
 extern const Command SettingsCommand;

@@ -9,8 +9,8 @@ namespace
 {
 
 constexpr std::array Rows = {
-    &ExportCommand, &BatchCommand, &InfoCommand,   &CheckCommand, &SettingsCommand, &CommandsCommand,
-    &PagesCommand,  &SetCommand,   &DialogCommand, &RunCommand,   &HelpCommand,
+    &ExportCommand,   &BatchCommand, &InfoCommand, &CheckCommand,  &ToGltfCommand, &SettingsCommand,
+    &CommandsCommand, &PagesCommand, &SetCommand,  &DialogCommand, &RunCommand,    &HelpCommand,
 };
 
 constexpr OptionSpec Common[] = {

@@ -1,8 +1,8 @@
 #include "cli/ExportRequest.h"
 
 #include <charconv>
-#include <cmath>
 
+#include "cli/ReadFrameRate.h"
 #include "cli/ReadSettings.h"
 #include "pipeline/FileAccess.h"
 #include "pipeline/OptionProblems.h"
@@ -58,14 +58,6 @@ std::optional<std::vector<std::string>> FrameTexts(const std::string& frames)
     return std::vector<std::string>{"SelectAnimationFrame:Range",
                                     "AnimationStartFrame:" + std::to_string(*first),
                                     "AnimationEndFrame:" + std::to_string(*last)};
-}
-
-std::optional<double> ReadRate(const std::string& text)
-{
-    double rate = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), rate);
-    const bool isWhole = error == std::errc() && end == text.data() + text.size();
-    return isWhole && std::isfinite(rate) && rate > 0.0 ? std::optional(rate) : std::nullopt;
 }
 
 /// A record of options as texts for the export command, one for each key that it has.
@@ -125,11 +117,11 @@ private:
         m_request.Opening.Clip = m_arguments.Value("--clip");
         m_request.Opening.FitTextures = m_arguments.Has("--fit-textures");
         if (const auto text = m_arguments.Value("--fps")) {
-            const auto rate = ReadRate(*text);
+            const auto rate = ReadFrameRate(*text);
             if (!rate) {
-                Refuse("The frame rate must be a number above 0, not \"" + *text + "\".");
+                Refuse(FrameRateProblem(*text));
             }
-            m_request.Opening.FramesPerSecond = rate.value_or(30.0);
+            m_request.Opening.FramesPerSecond = rate.value_or(DefaultFrameRate);
         }
     }
 

@@ -48,7 +48,9 @@ std::optional<std::string> PrepareIniFolder()
                      Severity::Warning);
         return std::nullopt;
     }
-    static_cast<void>(EnsureFolder(*folder)); // says so itself; the files then can't be opened
+    // Says nothing of a folder that can't be made: its files then can't be opened, which is for their writers
+    // to tell or not.
+    static_cast<void>(CurrentPlatform().MakeFolder(*folder));
     return folder;
 }
 

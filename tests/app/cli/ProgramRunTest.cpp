@@ -8,7 +8,7 @@
 #include <chrono>
 #include <csignal>
 
-#include "Program.h"
+#include "MarkedScene.h"
 #include "cli/FindAuthor.h"
 #include "cli/OutputFolder.h"
 #include "cli/PluginFile.h"
@@ -406,6 +406,41 @@ TEST_F(ProgramTest, WithoutAnyPlaceThereIsNoToolFolder)
     unsetenv("TMPDIR");
     std::filesystem::current_path(former);
     EXPECT_TRUE(std::filesystem::is_empty(Folder / "cwd")) << "nothing is made where the program runs";
+}
+
+TEST_F(MarkedSceneTest, SettingsThatCannotBeKeptAreNoFailure)
+{
+    const struct
+    {
+        const char* Name;
+        const char* File; ///< stands in the way
+        const char* Folder;
+        std::string Note;
+    } rows[] = {
+        {"no folder", "root/tools/DccPlugin", nullptr,
+         "note: The settings of this export are not kept: " + Path("root/tools/DccPlugin") +
+             " is not a folder.\n"},
+        {"no file", nullptr, "root/tools/DccPlugin/softimage/ini/last_export_options_for_pennon.q3es", ""},
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.Name);
+        std::filesystem::remove_all(Folder / "root");
+        std::filesystem::create_directories(Folder / "root/tools/BrellStudioStarter");
+        Write("root/tools/BrellStudioStarter/BrellStudioStarter.exe", "starter");
+        if (row.File != nullptr) {
+            Write(row.File, "");
+        } else {
+            std::filesystem::create_directories(Folder / row.Folder);
+        }
+        setenv("TQ4X_FORPENNON_ROOT", Path("root").c_str(), 1);
+        const Outcome outcome = Run({"export", Path("marked.gltf"), "-o", Path("out"), "--overwrite", "-v",
+                                     "--set", "OptimizePrimitive:false"});
+        unsetenv("TQ4X_FORPENNON_ROOT");
+        EXPECT_EQ(outcome.Code, Done);
+        EXPECT_EQ(outcome.Err, row.Note);
+        EXPECT_TRUE(std::filesystem::exists(Folder / "out/marked.qmdl"));
+    }
 }
 
 TEST_F(ProgramTest, FoldersThatCanBeMadeAreFine)

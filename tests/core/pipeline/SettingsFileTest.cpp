@@ -360,13 +360,15 @@ TEST_F(SettingsFile, LastExportThatIsMissingOrDamaged)
                                            testing::EndsWith("ini\\last_export_options_for_pennon.q3es)"))));
 }
 
-TEST_F(SettingsFile, LastExportWhereTheFolderCannotBeMade)
+TEST_F(SettingsFile, LastExportThatCannotBeWrittenIsSilent)
 {
     ASSERT_NE(CreateOptions(), nullptr);
-    Fill(Path("root"), "a file where the root should be");
+    fs::create_directories(IniPath("last_export_options_for_pennon.q3es"));
     EXPECT_TRUE(SaveLastExport());
-    EXPECT_THAT(MessageRecorder::Messages(), ElementsAre("E Can't create folder(" + Path("root") +
-                                                         "\\tools\\DccPlugin\\softimage\\ini\\)."));
+    fs::remove_all(Path("root"));
+    Fill(Path("root"), "a file where the root should be");
+    EXPECT_TRUE(SaveLastExport()) << "no folder, no file: all the same";
+    EXPECT_THAT(MessageRecorder::Messages(), IsEmpty());
 }
 
 TEST(IniFolder, PiecesAreJoinedWithOneSeparator)
@@ -441,6 +443,13 @@ TEST_F(SettingsFile, PreferencesThatCannotBeWritten)
     EXPECT_THAT(MessageRecorder::Messages(),
                 ElementsAre("E Can't open file(" + Path("root") +
                             "\\tools\\DccPlugin\\softimage\\ini\\plugin_preference_for_pennon.txt)"));
+}
+
+TEST_F(SettingsFile, PreferencesWithoutAFolderAreToldOnce)
+{
+    Fill(Path("root"), "a file where the root should be");
+    WritePreferences({});
+    EXPECT_THAT(MessageRecorder::Messages(), ElementsAre(testing::StartsWith("E Can't open file(")));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <pwd.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -123,20 +124,45 @@ std::optional<int> WaitForExit(pid_t process)
     return WIFEXITED(status) ? WEXITSTATUS(status) : SignalExitCode + WTERMSIG(status);
 }
 
+/// How a process starts: without files of this one, and with signals that this one may ignore as they are by
+/// default.
+class StartState
+{
+public:
+    StartState()
+    {
+        posix_spawn_file_actions_init(&Actions);
+        posix_spawnattr_init(&Attributes);
+        posix_spawn_file_actions_addclosefrom_np(&Actions, FirstInheritableFile);
+        sigset_t signals;
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGPIPE);
+        sigaddset(&signals, SIGXFSZ);
+        posix_spawnattr_setsigdefault(&Attributes, &signals);
+        posix_spawnattr_setflags(&Attributes, POSIX_SPAWN_SETSIGDEF);
+    }
+
+    StartState(const StartState&) = delete;
+    StartState& operator=(const StartState&) = delete;
+
+    ~StartState()
+    {
+        posix_spawnattr_destroy(&Attributes);
+        posix_spawn_file_actions_destroy(&Actions);
+    }
+
+    posix_spawn_file_actions_t Actions;
+    posix_spawnattr_t Attributes;
+};
+
 std::optional<pid_t> StartShell(const std::string& command)
 {
-    posix_spawn_file_actions_t actions;
-    if (posix_spawn_file_actions_init(&actions) != 0)
-        return std::nullopt;
-    posix_spawn_file_actions_addclosefrom_np(&actions, FirstInheritableFile);
+    const StartState state;
     std::string shell = "sh", option = "-c", text = command;
     char* const arguments[] = {shell.data(), option.data(), text.data(), nullptr};
     pid_t process = 0;
-    const int error = posix_spawn(&process, "/bin/sh", &actions, nullptr, arguments, environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (error != 0)
-        return std::nullopt;
-    return process;
+    const int error = posix_spawn(&process, "/bin/sh", &state.Actions, &state.Attributes, arguments, environ);
+    return error == 0 ? std::optional(process) : std::nullopt;
 }
 
 int RunInShell(const std::string& command)

@@ -163,6 +163,21 @@ TEST(Platform, FilesOfThisProcessAreNotInherited)
     close(file);
 }
 
+TEST(Platform, SignalsThatThisProcessIgnoresAreNotIgnoredByCommands)
+{
+    const struct
+    {
+        int Signal;
+        const char* Command;
+    } rows[] = {{SIGPIPE, "kill -PIPE $$"}, {SIGXFSZ, "kill -XFSZ $$"}};
+
+    for (const auto& row : rows) {
+        void (*const former)(int) = std::signal(row.Signal, SIG_IGN);
+        EXPECT_EQ(SystemPlatform().RunCommand(row.Command), 128 + row.Signal) << row.Command;
+        std::signal(row.Signal, former);
+    }
+}
+
 TEST(Platform, ACommandThatCannotBeStartedIsToldOnStandardError)
 {
     const std::string command(std::size_t{8} << 20, 'x'); // longer than a process may be told

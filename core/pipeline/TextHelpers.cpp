@@ -54,6 +54,13 @@ std::size_t Utf8Length(std::string_view text)
     return 1;
 }
 
+/// The bytes that may stand behind a lead byte. Another one is a character of its own, so that a damaged text
+/// can't hide a separator.
+bool IsTrailByte(unsigned codePage, char byte)
+{
+    return IsInside(byte, 0x40, 0x7E) || IsInside(byte, 0x80, codePage == CodePageShiftJis ? 0xFC : 0xFE);
+}
+
 bool IsLegal(char c)
 {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-' ||
@@ -93,7 +100,9 @@ std::size_t CharacterLength(std::string_view text, std::size_t position)
     const std::string_view rest = text.substr(position);
     if (CodePage() == CodePageUtf8)
         return Utf8Length(rest);
-    return IsLeadByte(CodePage(), rest[0]) && rest.size() > 1 ? 2 : 1;
+    const bool isPair =
+        rest.size() > 1 && IsLeadByte(CodePage(), rest[0]) && IsTrailByte(CodePage(), rest[1]);
+    return isPair ? 2 : 1;
 }
 
 std::string LegalName(std::string_view text)

@@ -27,7 +27,8 @@ void SetSystemCodePage(unsigned codePage);
 std::string ToUtf8(std::string_view text);
 
 /// Number of bytes of the character at `position` in the system's code page: a lead byte takes its trail byte
-/// with it, a well-formed UTF-8 sequence counts whole, anything else is 1. `position` is inside the text.
+/// with it if one follows, a well-formed UTF-8 sequence counts whole, anything else is 1. `position` is
+/// inside the text.
 std::size_t CharacterLength(std::string_view text, std::size_t position);
 
 /// A name that is safe for a file and inside a reference: letters, digits, "-", "." and "_" stay, any other

@@ -443,6 +443,18 @@ TEST_F(MarkedSceneTest, SettingsThatCannotBeKeptAreNoFailure)
     }
 }
 
+TEST_F(MarkedSceneTest, NamesWithSeparatorsAreRefused)
+{
+    for (const char* name : {"a\\b", "a/b", "..\\b", "c:b"}) {
+        const Outcome outcome = Run({"export", Path("marked.gltf"), "-o", Path("out"), "-n", name});
+        EXPECT_EQ(outcome.Code, Failed) << name;
+        EXPECT_EQ(outcome.Out, "") << name;
+        EXPECT_THAT(outcome.Err, StartsWith("error: Output File Name is wrong\n")) << name;
+        EXPECT_TRUE(!std::filesystem::exists(Folder / "out") || std::filesystem::is_empty(Folder / "out"));
+        EXPECT_FALSE(std::filesystem::exists(Folder / "b.qmdl")) << name;
+    }
+}
+
 TEST_F(ProgramTest, FoldersThatCanBeMadeAreFine)
 {
     EXPECT_EQ(FindFolderProblem(Folder / "a/b/c"), "");

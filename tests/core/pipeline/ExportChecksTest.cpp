@@ -59,6 +59,18 @@ TEST(ExportChecks, TrailBytesAreNotForbidden)
     EXPECT_FALSE(IsFileNameLegal("\x95\x5C|"));
 }
 
+TEST(ExportChecks, LeadBytesHideNothingThatIsNoTrailByte)
+{
+    const test::PlatformGuard guard;
+    SetSystemCodePage(CodePageShiftJis);
+    for (const char* text : {"\x95/", "\x95:", "\x95*", "\x95?", "\x95<", "\x95>", "\x95\"", "\x95\n"})
+        EXPECT_FALSE(IsFileNameLegal(text)) << text;
+    for (const char* text : {"\x95*", "\x95?", "\x95<", "\x95>", "\x95\"", "\x95\n"})
+        EXPECT_FALSE(IsFolderLegal(text)) << text;
+    EXPECT_TRUE(IsFolderLegal("\x95/"));
+    EXPECT_TRUE(IsFileNameLegal("\x95"));
+}
+
 /// A folder for the output, one for temporary files, and options that pass all tests.
 class CheckedExport : public testing::Test
 {

@@ -68,6 +68,8 @@ TEST(PathText, TrailBytesAreNoSeparators)
     EXPECT_EQ(ForwardSlashes(character + "\\" + character), character + "/" + character);
     EXPECT_FALSE(EndsWithSeparator("a" + character));
     EXPECT_EQ(AppendPath(character, "b"), character + Separator + "b");
+    EXPECT_EQ(FilePart("a\x95/b"), "b") << "a slash is never a second byte";
+    EXPECT_TRUE(EndsWithSeparator("a\x95/"));
 }
 
 } // namespace

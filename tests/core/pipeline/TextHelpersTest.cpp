@@ -114,6 +114,13 @@ TEST(TextHelpers, LegalNames)
         {"half-width byte is alone", CodePageShiftJis, "\xB1x", "_x"},
         {"lead byte at the end", CodePageShiftJis, "x\x95", "x_"},
         {"last lead byte", CodePageShiftJis, "\xFCxx\xFDx", "_x_x"},
+        {"first and last trail bytes", CodePageShiftJis, "\x95\x40\x95\x7E\x95\x80\x95\xFCx", "____x"},
+        {"no trail byte behind", CodePageShiftJis, "\x95/\x95?x\x95\x7Fx\x95\xFDx\x95 \x95",
+         "____x__x__x___"},
+        {"digits are no trail bytes", CodePageShiftJis,
+         "\x95"
+         "9",
+         "_9"},
     };
 
     const test::PlatformGuard guard;

@@ -1,23 +1,14 @@
 #pragma once
 
-#include <map>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "glb/AddMaterials.h"
 #include "glb/AddSkeleton.h"
 
 namespace tq4x::reader
 {
-
-/// A material of the glTF file.
-struct GlbMaterial
-{
-    int Index = -1;
-    int CoordinateSets = 0; ///< sets of texture coordinates that its textures need
-};
-
-using MaterialTable = std::map<std::string, GlbMaterial, std::less<>>; ///< by name
 
 /// Adds the meshes of a model. The shapes of a node that nothing skins lie on the node of its bone; skinned
 /// ones lie on nodes of their own on the first level, as glTF ignores where a skinned mesh stands. A mesh

@@ -17,10 +17,11 @@ const Model* FindModel(const ExportedFiles& files)
     return nullptr;
 }
 
-void ConvertModel(const Model& model, GlbScene& scene)
+void ConvertModel(const Model& model, const TextureMap& textures, GlbScene& scene)
 {
     const SkeletonNodes skeleton = AddSkeleton(model.Bones, model.Root, scene);
-    const std::vector<int> meshes = AddMeshes(model, skeleton, {}, {}, scene);
+    const MaterialTable materials = AddMaterials(model, textures, scene);
+    const std::vector<int> meshes = AddMeshes(model, skeleton, materials, {}, scene);
 }
 
 void AddScene(GlbScene& scene)
@@ -41,7 +42,7 @@ GlbResult ConvertToGlb(const ExportedFiles& files, const GlbOptions&)
     }
     GlbScene scene;
     if (const Model* const model = FindModel(files)) {
-        ConvertModel(*model, scene);
+        ConvertModel(*model, files.Textures, scene);
     }
     AddScene(scene);
     std::string glb = scene.Writer.Finish();

@@ -51,13 +51,20 @@ protected:
         return Run(all);
     }
 
-    /// The model that an export of a scene writes.
+    /// The file that exports are compared by, and an option that makes them write it.
+    struct ComparedFile
+    {
+        std::string Name = "model.qmdl";
+        std::string Option = "OutputQmdl:true";
+    } Compared;
+
+    /// What an export of a scene writes into that file.
     std::string Model(const std::string& scene) const
     {
-        const Outcome outcome =
-            Run({"export", Path(scene), "-o", Path("out"), "-n", "model", "--overwrite", "--author", "ann"});
+        const Outcome outcome = Run({"export", Path(scene), "-o", Path("out"), "-n", "model", "--overwrite",
+                                     "--author", "ann", "--set", Compared.Option});
         EXPECT_EQ(outcome.Code, Done) << outcome.Err;
-        return WithoutSource(Read("out/model.qmdl"));
+        return WithoutSource(Read("out/" + Compared.Name));
     }
 
     /// Files name the scene that they come from; apart from that they are to be equal.

@@ -315,6 +315,7 @@ protected:
         XSI::CValueArray options;
         options.Add("OptimizePrimitive:false");
         options.Add("AlwaysOverwrite");
+        options.Add(XSI::Host::FromUtf8(Compared.Option));
         XSI::CValueArray arguments;
         arguments.Add("model");
         arguments.Add(XSI::Host::FromUtf8(Path("out")));
@@ -323,7 +324,7 @@ protected:
         setenv("TQ4X_AUTHOR", "ann", 1);
         XSI::Application().ExecuteCommand("TQ4X_ForPennonExport", arguments, result);
         XSI::Host::Session::Current().Reset();
-        return WithoutSource(Read("out/model.qmdl"));
+        return WithoutSource(Read("out/" + Compared.Name));
     }
 };
 
@@ -340,10 +341,11 @@ TEST_F(ThreeWays, HaveTheSameEffectOnTheModel)
          "red",
          "OnTQ4XSetRenderPriorityDialog",
          {{"RenderPrioUsePriority", "true"}, {"RenderPrioPriority", "7"}}},
-        {"material attributes",
-         "red",
-         "OnTQ4XSetMaterialAttrDialog",
-         {{"MatAttrCullFace", "3"}, {"MatAttrBlendMode", "2"}, {"MatAttrFragmentLighting", "false"}}},
+        {"face culling", "red", "OnTQ4XSetMaterialAttrDialog", {{"MatAttrCullFace", "3"}}},
+        {"blend mode", "red", "OnTQ4XSetMaterialAttrDialog", {{"MatAttrBlendMode", "2"}}},
+        {"fragment lighting", "red", "OnTQ4XSetMaterialAttrDialog", {{"MatAttrFragmentLighting", "false"}}},
+        {"vertex lighting", "red", "OnTQ4XSetMaterialAttrDialog", {{"MatAttrVertexLighting", "true"}}},
+        {"no compress of a material", "red", "OnTQ4XSetMaterialAttrDialog", {{"MatAttrNoCompress", "1"}}},
     };
     const std::string unmarked = Model("marked.gltf");
     EXPECT_GT(unmarked.size(), 1000u);
@@ -387,18 +389,15 @@ TEST_F(ThreeWays, HaveTheSameEffectForUserData)
 /// Forced keys show in the animation file: a node that rests gets curves.
 TEST_F(ThreeWays, HaveTheSameEffectForForcedKeys)
 {
-    const auto animation = [&](const std::string& scene) {
-        const Outcome outcome = Run({"export", Path(scene), "-o", Path("out"), "-n", "model", "--overwrite",
-                                     "--author", "ann", "--set", "OutputQskla:true"});
-        EXPECT_EQ(outcome.Code, Done) << outcome.Err;
-        return WithoutSource(Read("out/model.qskla"));
-    };
-    const std::string plain = animation("marked.gltf");
-    WriteScene("extras.gltf", "", R"("TQ4X_ForPennonForceExportKeyTrans":true)");
-    const std::string forced = animation("extras.gltf");
-    EXPECT_NE(forced, plain);
-    EXPECT_EQ(Set("arm", {"TQ4X_ForPennonForceExportKeyTrans=true"}).Code, Done);
-    EXPECT_EQ(animation("marked.gltf"), forced);
+    Compared = {"model.qskla", "OutputQskla:true"};
+    const std::string plain = Model("marked.gltf");
+    for (const char* parameter : {"ForceExportKeyTrans", "ForceExportKeyRotate", "ForceExportKeyScale"}) {
+        const Mark mark{parameter, "arm", "OnTQ4XSetForceExportKeyDialog", {{parameter, "true"}}};
+        const std::string forced = ByExtras(mark);
+        EXPECT_NE(forced, plain) << parameter;
+        EXPECT_EQ(BySet(mark), forced) << parameter;
+        EXPECT_EQ(ByPage(mark), forced) << parameter;
+    }
 }
 
 } // namespace

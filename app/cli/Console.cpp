@@ -123,14 +123,20 @@ void Console::Progress(double fraction, std::string_view caption)
 
 bool Console::Ask(std::string_view question)
 {
+    const std::string answer = AskFor(std::string(question) + " [y/N]");
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+std::string Console::AskFor(std::string_view what)
+{
     if (!CanAsk()) {
-        return false;
+        return {};
     }
     EraseProgress();
-    m_streams.Err << MakePrintable(question) << " [y/N] " << std::flush;
+    m_streams.Err << MakePrintable(what) << ' ' << std::flush;
     std::string answer;
     std::getline(m_streams.In, answer);
-    return answer == "y" || answer == "Y" || answer == "yes";
+    return answer;
 }
 
 void Console::Summarize()

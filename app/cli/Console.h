@@ -79,6 +79,9 @@ public:
     /// Asks a question that is answered by yes or no. False without asking where nobody can answer.
     [[nodiscard]] bool Ask(std::string_view question);
 
+    /// Asks for a line of text, with `what` before it. Empty where nobody can answer or nothing is answered.
+    [[nodiscard]] std::string AskFor(std::string_view what);
+
     /// Whether questions reach somebody.
     [[nodiscard]] bool CanAsk() const { return m_streams.IsInTerminal && m_streams.IsErrTerminal; }
 

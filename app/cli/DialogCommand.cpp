@@ -23,9 +23,11 @@ namespace Host = XSI::Host;
 
 constexpr const char* OpenDialog = "OnTQ4XExportWithSetting";
 
+constexpr std::string_view AskForFile = "-"; // in the place of a file
+
 constexpr OptionSpec Specs[] = {
-    {"--load", 0, "FILE.q3es", "press Load and choose this file"},
-    {"--save", 0, "FILE.q3es", "press Save and choose this file"},
+    {"--load", 0, "FILE.q3es", "press Load and choose this file; - asks for one on the terminal"},
+    {"--save", 0, "FILE.q3es", "press Save and choose this file; - asks for one on the terminal"},
     {"--asset-root", 0, "DIR", "allow files of the scene anywhere below this folder"},
     {"--plugin", 0, "FILE", "load this plug-in; default: $TQ4X_PLUGIN, else the one beside the program"},
 };
@@ -72,13 +74,28 @@ void PrintPage(const Host::PropertyPage& page, Console& console)
     }
 }
 
-/// Presses a button that opens the host's file window, which is answered by a file. False if the plug-in told
-/// an error.
-bool PressFileButton(Host::PropertyPage& page, const char* button, const std::string& file, Console& console)
+/// The title that a file window's script gives it.
+std::string TitleOf(const Host::ScriptCall& call)
+{
+    constexpr std::string_view Assignment = "DialogTitle = \"";
+    const std::size_t start = call.Code.find(Assignment);
+    if (start == std::string::npos) {
+        return "File";
+    }
+    const std::size_t title = start + Assignment.size();
+    return call.Code.substr(title, call.Code.find('"', title) - title);
+}
+
+/// Presses a button that opens the host's file window, which is answered by a file. `file` takes up what a
+/// person chose, empty for none. False if the plug-in told an error.
+bool PressFileButton(Host::PropertyPage& page, const char* button, std::string& file, Console& console)
 {
     const std::size_t errors = console.CountOf(Severity::Error);
     auto& runScript = Host::Session::Current().Fill.RunScript;
-    runScript = [&file](const Host::ScriptCall&, XSI::CValue& result) {
+    runScript = [&file, &console](const Host::ScriptCall& call, XSI::CValue& result) {
+        if (file == AskForFile) {
+            file = console.AskFor(TitleOf(call) + ":");
+        }
         result = Host::FromUtf8(file);
         return XSI::CStatus(XSI::CStatus::OK);
     };
@@ -90,24 +107,35 @@ bool PressFileButton(Host::PropertyPage& page, const char* button, const std::st
 /// What the options want done on the page, in the order of its buttons.
 ExitCode UsePage(Host::PropertyPage& page, const Arguments& arguments, Console& console)
 {
-    if (const auto file = arguments.Value("--load");
+    if (auto file = arguments.Value("--load");
         file && !PressFileButton(page, "LoadOptions", *file, console)) {
         return BadInput;
     }
-    const auto target = arguments.Value("--save");
+    auto target = arguments.Value("--save");
     if (target && !PressFileButton(page, "SaveOptions", *target, console)) {
         return BadOutput;
     }
     std::error_code error;
-    if (target && !std::filesystem::exists(*target, error)) {
+    if (target && !target->empty() && !std::filesystem::exists(*target, error)) {
         console.Error("The file " + *target + " can't be written."); // the plug-in says nothing about it
         return BadOutput;
     }
     return Done;
 }
 
+/// True if a file is to be asked for and nobody can be.
+bool IsUnanswerable(const Arguments& arguments, const Console& console)
+{
+    return !console.CanAsk() &&
+           (arguments.Value("--load") == AskForFile || arguments.Value("--save") == AskForFile);
+}
+
 ExitCode RunDialog(const Arguments& arguments, Console& console)
 {
+    if (IsUnanswerable(arguments, console)) {
+        console.Error("Nobody can be asked for a file; --load FILE.q3es and --save FILE.q3es name one.");
+        return WrongUsage;
+    }
     const ToolFolder tool;
     const std::string problem = LoadPluginFile(FindPluginFile(arguments.Value("--plugin")));
     if (!problem.empty()) {

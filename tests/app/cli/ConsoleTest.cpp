@@ -142,6 +142,19 @@ TEST_F(ConsoleTest, AsksPeopleOnly)
     EXPECT_EQ(m_err.str(), "Overwrite? [y/N] Overwrite? [y/N] Overwrite? [y/N] ");
 }
 
+TEST_F(ConsoleTest, AsksForTexts)
+{
+    m_in.str("some file\n\n");
+    Console plain = Make();
+    EXPECT_EQ(plain.AskFor("File:"), "");
+    EXPECT_EQ(m_err.str(), "");
+    Console console = Make({true, false});
+    EXPECT_EQ(console.AskFor("File\x1b:"), "some file");
+    EXPECT_EQ(console.AskFor("File:"), "");
+    EXPECT_EQ(console.AskFor("File:"), "") << "at the end of the input";
+    EXPECT_EQ(m_err.str(), "File?: File: File: ");
+}
+
 TEST_F(ConsoleTest, LostResultsAreNoticed)
 {
     Console console = Make();

@@ -134,5 +134,44 @@ TEST_F(DialogCommandTest, LoadsAndSavesByTheFilesOfItsOptions)
     EXPECT_EQ(Run({"dialog", Path("marked.gltf"), "--save", Path("no/new.q3es")}).Code, BadOutput);
 }
 
+TEST_F(DialogCommandTest, AsksForFilesOnATerminal)
+{
+    ExportOptions options;
+    options.OutputFileName = "loaded";
+    Write("some.q3es", SettingsText(options));
+    const std::vector<std::string> words = {"dialog", Path("marked.gltf"), "--load",         "-", "--save",
+                                            "-",      "--plugin",          TQ4X_WHOLE_PLUGIN};
+    const Outcome outcome = RunInside(words, Path("some.q3es") + "\n" + Path("saved.q3es") + "\n", true);
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    EXPECT_THAT(outcome.Err, HasSubstr("Load q3es file: Save q3es file: "));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Output File Name: loaded\n"));
+    EXPECT_THAT(Read("saved.q3es"), HasSubstr("OutputFileName=\"loaded\""));
+
+    const Outcome missing = RunInside(words, Path("missing.q3es") + "\n", true);
+    EXPECT_EQ(missing.Code, BadInput);
+    EXPECT_THAT(missing.Err, HasSubstr("Internal Error(" + Path("missing.q3es") + ")"));
+}
+
+TEST_F(DialogCommandTest, ChoosingNoFileChangesNothing)
+{
+    const std::string shown = Run({"dialog", Path("marked.gltf")}).Out;
+    const Outcome outcome = RunInside(
+        {"dialog", Path("marked.gltf"), "--load", "-", "--save", "-", "--plugin", TQ4X_WHOLE_PLUGIN}, "\n",
+        true);
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    EXPECT_EQ(outcome.Out, shown);
+}
+
+TEST_F(DialogCommandTest, WithoutATerminalFilesMustBeNamed)
+{
+    for (const char* option : {"--load", "--save"}) {
+        const Outcome outcome = Run({"dialog", Path("marked.gltf"), option, "-"});
+        EXPECT_EQ(outcome.Code, WrongUsage);
+        EXPECT_EQ(outcome.Out, "");
+        EXPECT_EQ(outcome.Err, "error: Nobody can be asked for a file; --load FILE.q3es and --save "
+                               "FILE.q3es name one.\n");
+    }
+}
+
 } // namespace
 } // namespace tq4x::cli::test

@@ -59,3 +59,25 @@ function(tq4x_collect_sources outVariable)
     endforeach()
     set(${outVariable} ${found} PARENT_SCOPE)
 endfunction()
+
+# What the operating systems answer differently has a source file for each of them.
+function(tq4x_keep_platform_sources listVariable)
+    if(WIN32)
+        list(FILTER ${listVariable} EXCLUDE REGEX "Posix\\.cpp$")
+    else()
+        list(FILTER ${listVariable} EXCLUDE REGEX "Windows\\.cpp$")
+    endif()
+    set(${listVariable} ${${listVariable}} PARENT_SCOPE)
+endfunction()
+
+# A header-only library of the building machine for a build that sees none of its folders: `target` includes
+# the one folder of it and nothing beside it.
+function(tq4x_use_headers target folder header)
+    find_path(TQ4X_${folder}_HEADERS "${folder}/${header}" PATHS /usr/include REQUIRED NO_DEFAULT_PATH
+        NO_CMAKE_FIND_ROOT_PATH)
+    set(includes "${CMAKE_BINARY_DIR}/headers")
+    file(MAKE_DIRECTORY "${includes}")
+    file(CREATE_LINK "${TQ4X_${folder}_HEADERS}/${folder}" "${includes}/${folder}" SYMBOLIC)
+    add_library(${target} INTERFACE IMPORTED GLOBAL)
+    target_include_directories(${target} INTERFACE "${includes}")
+endfunction()

@@ -127,6 +127,7 @@ private:
     void Finish(const EndedChild& child)
     {
         BatchJob& job = *std::ranges::find(m_jobs, child.Id, &BatchJob::Process);
+        job.Process = 0; // the system may give the number to another process
         ReadJobReport(job, child.Code);
         m_hasFailed = m_hasFailed || job.State == JobState::Failed;
         for (const Message& message : job.Messages) {

@@ -1,10 +1,7 @@
-#include <algorithm>
-
 #include "cli/Command.h"
-#include "cli/FindingText.h"
+#include "cli/DescribeWritten.h"
 #include "cli/SceneInfo.h"
 #include "cli/Terminal.h"
-#include "cli/WrittenInfo.h"
 #include "gltf/OpenDocument.h"
 #include "gltf/SceneError.h"
 
@@ -18,32 +15,10 @@ constexpr OptionSpec Specs[] = {
     {"--asset-root", 0, "DIR", "allow files of the scenes anywhere below this folder"},
 };
 
-/// What is in one file, or why that can't be told.
-struct FileInfo
-{
-    std::string Text;
-    gltf::JsonValue Json;
-    std::string Error;
-};
-
-/// Of a file that the exporter wrote.
-FileInfo DescribeWritten(const std::string& file)
-{
-    reader::FindingList findings(file);
-    const std::optional<reader::Document> document = reader::ReadDocument(file, findings);
-    const std::vector<reader::Finding> all = findings.Take();
-    const auto error = std::ranges::find(all, reader::Severity::Error, &reader::Finding::Level);
-    if (error != all.end()) {
-        const std::string line = error->Line > 0 ? "line " + std::to_string(error->Line) + ": " : "";
-        return {"", {}, line + error->Text};
-    }
-    return {FormatWrittenInfo(*document), WrittenInfoAsJson(*document), ""};
-}
-
 FileInfo DescribeFile(const std::string& file, const gltf::OpenOptions& options)
 {
-    if (reader::KindOf(file)) {
-        return DescribeWritten(file);
+    if (IsWrittenKind(file)) {
+        return DescribeWrittenFile(file);
     }
     const gltf::OpenedDocument opened = gltf::OpenDocument(file, options);
     if (!opened.Content) {

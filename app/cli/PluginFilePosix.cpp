@@ -3,7 +3,6 @@
 #include <xsi_plugin.h>
 
 #include "cli/PluginFile.h"
-#include "cli/SetVariable.h"
 #include "scene/PluginLoader.h"
 
 namespace tq4x::cli
@@ -19,22 +18,16 @@ std::string LastError()
 
 } // namespace
 
-std::filesystem::path ProgramFolder()
+std::filesystem::path ProgramFile()
 {
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::path(".") : program.parent_path();
+    return error ? std::filesystem::path("./tq4x") : program;
 }
 
-std::filesystem::path FindPluginFile(const std::optional<std::string>& named)
+const char* PluginFileName()
 {
-    if (named) {
-        return *named;
-    }
-    if (const std::string variable = ReadVariable("TQ4X_PLUGIN"); !variable.empty()) {
-        return variable;
-    }
-    return (ProgramFolder().parent_path() / "lib" / "tq4x" / "TQ4X_ForPennonExport.so");
+    return "TQ4X_ForPennonExport.so";
 }
 
 std::string LoadPluginFile(const std::filesystem::path& file)

@@ -6,6 +6,7 @@
 #include "cli/Terminal.h"
 #include "cli/Version.h"
 #include "gltf/NearestWord.h"
+#include "pipeline/TextHelpers.h"
 
 namespace tq4x::cli
 {
@@ -93,6 +94,7 @@ ExitCode RunCommandWith(const Command& command, std::span<const std::string> wor
 
 ExitCode RunProgram(std::span<const std::string> words, Console& console)
 {
+    SetSystemCodePage(CodePageUtf8); // of our copy of the core; the plug-in's keeps the system's
     if (words.empty()) {
         return Refuse(console, "A command is missing.");
     }

@@ -1,11 +1,20 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 // What the program asks of the system about terminals and signals.
 namespace tq4x::cli
 {
 
 [[nodiscard]] bool IsInputTerminal();
 [[nodiscard]] bool IsErrorTerminal();
+
+/// Lets a terminal take what we write as UTF-8, with colours, and give what is typed so.
+void PrepareConsole();
+
+/// The words behind the program's own name, in UTF-8, from what `main` is given.
+[[nodiscard]] std::vector<std::string> CommandWords(int argc, char** argv);
 
 /// Thrown out of the host's callbacks when the user pressed Ctrl-C, so that everything on the way is put in
 /// order: files that are being written are removed.

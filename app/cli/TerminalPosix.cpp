@@ -32,6 +32,13 @@ bool IsErrorTerminal()
     return isatty(STDERR_FILENO) != 0;
 }
 
+void PrepareConsole() {} // terminals are so already
+
+std::vector<std::string> CommandWords(int argc, char** argv)
+{
+    return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
 void CatchSignals()
 {
     struct sigaction action

@@ -11,6 +11,7 @@ namespace tq4x::test
 namespace
 {
 
+using testing::AnyOf;
 using testing::Each;
 using testing::ElementsAre;
 using testing::FloatNear;
@@ -104,6 +105,40 @@ TEST(CameraCollector, ATargetAndAnUpObjectMakeItLook)
                 ElementsAre(FloatNear(1, 1e-6f), FloatNear(0, 1e-6f)));
     EXPECT_THAT(Samples(record, CameraCurve::Twist), IsEmpty());
     EXPECT_THAT(Samples(record, CameraCurve::Rotate), IsEmpty());
+}
+
+TEST(CameraCollector, AllChannelsAreOfOneLengthWhateverTheStep)
+{
+    const struct
+    {
+        const char* Precision;
+        std::size_t Samples;
+    } rows[] = {
+        {"FramePrecision:1", 3},
+        {"FramePrecision:0.5", 5},
+        {"FramePrecision:0.3", 7},  // 0 to 1.8
+        {"FramePrecision:0.1", 20}, // the float step is above 0.1: the last frame is missed
+    };
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.Precision);
+        SceneBuilder scene;
+        scene.Frames(0, 2);
+        const SceneNode target = scene.Null("target").Moving({{0, 0}, {2, 2}});
+        const SceneNode up = scene.Null("up").At(0, 3, 2);
+        scene.Camera("free").Moving({{0, 1}, {2, 2}});
+        scene.Camera("aiming").At(0, 0, 5).AimedAt(target);
+        scene.Camera("looking").At(0, 0, 5).AimedAt(target, up);
+        scene.Camera("flat").Set("proj", 0);
+        const CollectRun run({row.Precision});
+        for (const char* name : {"free", "aiming", "looking", "flat"}) {
+            const Camera* camera = run.FindCamera(name);
+            ASSERT_NE(camera, nullptr);
+            EXPECT_THAT(Samples(*camera, CameraCurve::Translate), SizeIs(row.Samples)) << name;
+            for (std::size_t curve = 0; curve < CameraCurve::Count; ++curve)
+                EXPECT_THAT(Samples(*camera, curve), AnyOf(IsEmpty(), SizeIs(row.Samples))) << name << curve;
+        }
+    }
 }
 
 TEST(CameraCollector, TheFirstConstraintThatTellsSomethingDecides)

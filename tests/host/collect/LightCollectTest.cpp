@@ -9,6 +9,7 @@ namespace tq4x::test
 namespace
 {
 
+using testing::AnyOf;
 using testing::Each;
 using testing::ElementsAre;
 using testing::FloatNear;
@@ -156,6 +157,34 @@ TEST(LightColors, ContributionsThatAreOffAreBlackAndStill)
             EXPECT_THAT(Samples(LightOf(run), LightCurve::Diffuse + 3), SizeIs(isDiffuse ? 2 : 0));
             EXPECT_THAT(Samples(LightOf(run), LightCurve::Specular0 + 3), SizeIs(isSpecular ? 2 : 0));
             EXPECT_THAT(Samples(LightOf(run), LightCurve::Specular1), SizeIs(isSpecular ? 2 : 0));
+        }
+}
+
+TEST(LightColors, AllChannelsAreOfOneLengthWhateverTheStep)
+{
+    const struct
+    {
+        const char* Precision;
+        std::size_t Samples;
+    } rows[] = {
+        {"FramePrecision:1", 3},
+        {"FramePrecision:0.5", 5},
+        {"FramePrecision:0.3", 7},  // 0 to 1.8
+        {"FramePrecision:0.1", 20}, // the float step is above 0.1: the last frame is missed
+    };
+
+    for (const auto& row : rows)
+        for (const LightType type : {LightType::Point, LightType::Infinite, LightType::Spot}) {
+            SceneBuilder scene;
+            scene.Frames(0, 2);
+            const SceneNode light = scene.Light("light", type).Moving({{0, 0}, {2, 2}});
+            XSI::Host::SetCurve(ShaderPort(light, "intensity"), {{{0, 2}, {2, 3}}});
+            const CollectRun run({row.Precision});
+            for (const std::size_t curve :
+                 {LightCurve::Translate, LightCurve::Diffuse, LightCurve::Specular0, LightCurve::Visibility})
+                EXPECT_THAT(Samples(LightOf(run), curve), SizeIs(row.Samples)) << row.Precision;
+            for (const AnimationCurve& curve : LightOf(run).Curves)
+                EXPECT_THAT(curve.Samples, AnyOf(IsEmpty(), SizeIs(row.Samples))) << row.Precision;
         }
 }
 

@@ -7,11 +7,11 @@ namespace tq4x::reader
 namespace
 {
 
+constexpr std::string_view Alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr std::uint8_t NoDigit = 0xFF;
 
 constexpr std::array<std::uint8_t, 256> MakeDigits()
 {
-    constexpr std::string_view Alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::array<std::uint8_t, 256> digits = {};
     digits.fill(NoDigit);
     for (std::size_t i = 0; i < Alphabet.size(); ++i) {
@@ -55,6 +55,23 @@ std::optional<std::vector<std::uint8_t>> DecodeBase64(std::string_view text)
         }
     }
     return bytes;
+}
+
+std::string EncodeBase64(std::string_view bytes)
+{
+    std::string text;
+    text.reserve((bytes.size() + 2) / 3 * 4);
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const std::string_view three = bytes.substr(i, 3);
+        std::uint32_t bits = 0;
+        for (std::size_t k = 0; k < 3; ++k) {
+            bits = bits << 8 | (k < three.size() ? static_cast<unsigned char>(three[k]) : 0U);
+        }
+        for (std::size_t k = 0; k < 4; ++k) {
+            text += k <= three.size() ? Alphabet[bits >> (18 - 6 * k) & 63] : '=';
+        }
+    }
+    return text;
 }
 
 } // namespace tq4x::reader

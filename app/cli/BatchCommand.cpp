@@ -28,7 +28,7 @@ constexpr OptionSpec OwnSpecs[] = {
 };
 
 /// Options of an export that name files of one scene.
-constexpr std::string_view OptionsOfOneScene[] = {"--output", "--name", "--report", "--depfile"};
+constexpr std::string_view OptionsOfOneScene[] = {"--output", "--name", "--report", "--preview", "--depfile"};
 
 /// The options of an export that each of them gets as they stand here.
 std::vector<OptionSpec> ForwardedSpecs()

@@ -16,7 +16,9 @@
 #include "cli/SetVariable.h"
 #include "cli/Terminal.h"
 #include "cli/ToolFolder.h"
+#include "cli/Version.h"
 #include "cli/WrittenFiles.h"
+#include "preview/MakePage.h"
 #include "scene/Session.h"
 #include "scene/Text.h"
 
@@ -203,19 +205,43 @@ private:
         }
     }
 
-    /// Report and dependency file. They are written also for a failed export, the latter only if it wrote
-    /// anything.
+    /// Report, page and dependency file. They are written also for a failed export, the latter only if it
+    /// wrote anything.
     ExitCode WriteSideFiles(const std::vector<WrittenFiles::File>& files, ExitCode code)
     {
-        if (m_request.DependencyFile && !files.empty() &&
-            !ReplaceFile(*m_request.DependencyFile, FormatDependencies(files, m_inputs))) {
-            code = Fail(BadOutput, "The file " + *m_request.DependencyFile + " can't be written.");
+        if (m_request.DependencyFile && !files.empty()) {
+            code = WriteSideFile(*m_request.DependencyFile, FormatDependencies(files, m_inputs), code);
         }
-        if (m_request.ReportFile &&
-            !ReplaceFile(*m_request.ReportFile, FormatReport(m_request, code, files, m_console.Messages()))) {
-            code = Fail(BadOutput, "The file " + *m_request.ReportFile + " can't be written.");
+        if (m_request.PreviewFile) {
+            code = WritePage(*m_request.PreviewFile, MakePage(files, code), code);
+        }
+        if (m_request.ReportFile) {
+            code = WriteSideFile(*m_request.ReportFile,
+                                 FormatReport(m_request, code, files, m_console.Messages()), code);
         }
         return code;
+    }
+
+    ExitCode WriteSideFile(const std::string& file, const std::string& text, ExitCode code)
+    {
+        return ReplaceFile(file, text) ? code : Fail(BadOutput, "The file " + file + " can't be written.");
+    }
+
+    ExitCode WritePage(const std::string& file, const std::string& page, ExitCode code)
+    {
+        const ExitCode after = WriteSideFile(file, page, code);
+        if (after == code) {
+            m_console.Result(file + "  " + std::to_string(page.size()) + " bytes");
+        }
+        return after;
+    }
+
+    std::string MakePage(const std::vector<WrittenFiles::File>& files, ExitCode code)
+    {
+        const auto rate = static_cast<float>(m_request.Opening.FramesPerSecond);
+        return preview::MakePage({std::string(VersionLine), m_request.Name, m_request.Scene.string(),
+                                  m_request.Folder, code, rate},
+                                 files, m_console.Messages());
     }
 
     ExportRequest m_request;
@@ -231,6 +257,10 @@ ExitCode RunExport(const Arguments& arguments, Console& console)
     const ParsedRequest parsed = ReadExportRequest(arguments, tool.IsInstallation());
     if (!parsed.UsageError.empty()) {
         console.Error(parsed.UsageError);
+        return WrongUsage;
+    }
+    if (parsed.Content.PreviewFile && !preview::HasPage()) {
+        console.Error("This program was built without the page that --preview writes.");
         return WrongUsage;
     }
     if (!parsed.InputError.empty()) {

@@ -44,18 +44,6 @@ JsonValue FilesOf(const std::vector<WrittenFiles::File>& files)
     return {std::move(list)};
 }
 
-JsonValue MessagesOf(const std::vector<Message>& messages)
-{
-    JsonArray list;
-    for (const Message& message : messages) {
-        list.push_back({JsonObject{{"severity", Text(WordOf(message.Kind))},
-                                   {"object", Text(message.Object)},
-                                   {"text", Text(message.Text)},
-                                   {"count", Number(message.Count)}}});
-    }
-    return {std::move(list)};
-}
-
 JsonValue SettingsOf(const ExportRequest& request)
 {
     JsonObject settings{{"name", Text(request.Name)}, {"folder", Text(request.Folder)}};
@@ -87,6 +75,18 @@ std::string Escaped(const std::filesystem::path& path)
 
 } // namespace
 
+gltf::JsonValue MessagesAsJson(const std::vector<Message>& messages)
+{
+    JsonArray list;
+    for (const Message& message : messages) {
+        list.push_back({JsonObject{{"severity", Text(WordOf(message.Kind))},
+                                   {"object", Text(message.Object)},
+                                   {"text", Text(message.Text)},
+                                   {"count", Number(message.Count)}}});
+    }
+    return {std::move(list)};
+}
+
 std::string FormatReport(const ExportRequest& request, int exitCode,
                          const std::vector<WrittenFiles::File>& files, const std::vector<Message>& messages)
 {
@@ -95,7 +95,7 @@ std::string FormatReport(const ExportRequest& request, int exitCode,
                                       {"settings", SettingsOf(request)},
                                       {"exitCode", Number(static_cast<std::uint64_t>(exitCode))},
                                       {"files", FilesOf(files)},
-                                      {"messages", MessagesOf(messages)}}};
+                                      {"messages", MessagesAsJson(messages)}}};
     return gltf::FormatJson(report) + "\n";
 }
 

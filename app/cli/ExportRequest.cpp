@@ -28,6 +28,7 @@ constexpr OptionSpec Specs[] = {
     {"--asset-root", 0, "DIR", "allow files of the scene anywhere below this folder"},
     {"--author", 0, "NAME", "author that the files name; default: the user"},
     {"--report", 0, "FILE.json", "write messages and files as JSON"},
+    {"--preview", 0, "FILE.html", "write a page that shows the result: 3D view, tables, messages"},
     {"--depfile", 0, "FILE", "write what the files depend on, for build tools"},
     {"--plugin", 0, "FILE", "load this plug-in; default: $TQ4X_PLUGIN, else the one beside the program"},
 };
@@ -85,6 +86,7 @@ public:
         m_request.Scene = m_arguments.Positionals[0];
         m_request.Selected = m_arguments.Values("--select");
         m_request.ReportFile = m_arguments.Value("--report");
+        m_request.PreviewFile = m_arguments.Value("--preview");
         m_request.DependencyFile = m_arguments.Value("--depfile");
         ReadOpening();
         ReadOverrides();

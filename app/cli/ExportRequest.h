@@ -22,6 +22,7 @@ struct ExportRequest
     std::vector<std::string> KeyValues; ///< for the plug-in's export command; unused with a settings file
     std::vector<std::string> Selected;  ///< objects to export; empty: all
     std::optional<std::string> ReportFile;
+    std::optional<std::string> PreviewFile;
     std::optional<std::string> DependencyFile;
     std::vector<std::filesystem::path> Inputs; ///< files that were read for the request itself
 };

@@ -95,8 +95,8 @@ TEST_F(BatchCommandTest, HandsOnEveryOptionThatIsNotAboutOneScene)
 {
     const std::string help = HelpOf(BatchCommand);
     for (const OptionSpec& spec : ExportOptionSpecs()) {
-        const bool isOfOneScene =
-            spec.Name == "--output" || spec.Name == "--name" || spec.Name == "--depfile";
+        const bool isOfOneScene = spec.Name == "--output" || spec.Name == "--name" ||
+                                  spec.Name == "--preview" || spec.Name == "--depfile";
         const std::string line = "  " + std::string(spec.Name);
         EXPECT_EQ(help.find(line) != std::string::npos ||
                       help.find(", " + line.substr(2)) != std::string::npos,

@@ -1,0 +1,112 @@
+import "./errors.js";
+import { tellError } from "./errors.js";
+import { byId, makeChoice, makeToggle, make } from "./dom.js";
+import { length } from "./format.js";
+import { fillHead } from "./head.js";
+import { describe, loadModel } from "./model.js";
+import { addPanels } from "./panels.js";
+import { Player } from "./player.js";
+import { showTab } from "./tabs.js";
+import { Viewport } from "./viewport.js";
+
+const root = document.documentElement;
+
+function addTools(viewport, gltf) {
+  const parts = [
+    makeToggle("Wireframe", "Show the edges of triangles", false, (isOn) => viewport.setWireframe(isOn)),
+    makeToggle("Normals", "Colour by the direction of the normals", false, (isOn) => viewport.setNormals(isOn)),
+    makeToggle("Bones", "Show the bones over the scene", false, (isOn) => viewport.setBones(isOn)),
+    makeToggle("Boxes", "Show the bounding box that the file states for each shape", false, (isOn) => viewport.setBoxes(isOn)),
+    makeToggle("Grid", "Show the ground grid", true, (isOn) => viewport.setGrid(isOn)),
+  ];
+  if (viewport.content.lights.length) {
+    parts.push(makeToggle("Scene lights", "Light it with the exported lights", false, (isOn) => viewport.setSceneLights(isOn)));
+  }
+  const reset = make("button", { type: "button", title: "Show everything (F)" }, "Fit");
+  reset.addEventListener("click", () => viewport.frame());
+  parts.push(reset);
+  if (gltf.cameras.length) {
+    const names = ["free", ...gltf.cameras.map((camera, index) => camera.userData.name || camera.name || "camera " + index)];
+    parts.push(makeChoice("Camera", names, 0, (index) => viewport.setCamera(gltf.cameras[index - 1])));
+  }
+  byId("tools").replaceChildren(...parts);
+  document.addEventListener("keydown", (event) => {
+    if (event.key === "f" && !event.ctrlKey && !event.metaKey && !event.target.closest?.("input, select")) {
+      viewport.frame();
+    }
+  });
+}
+
+/** Clips of the model with what the files say of them. */
+function clipRows(data, gltf) {
+  return gltf.animations.map((clip) => {
+    const told = data.clips.find((candidate) => candidate.name === clip.name);
+    const rate = data.framesPerSecond;
+    return {
+      clip, rate,
+      name: told?.name || clip.name,
+      frames: told?.frames || Math.max(1, Math.round(clip.duration * rate)),
+      loop: told ? told.loop : true,
+    };
+  });
+}
+
+function addPlayer(viewport, data, gltf) {
+  const rows = clipRows(data, gltf);
+  if (rows.length === 0) {
+    return;
+  }
+  const player = new Player(gltf.scene, rows, () => viewport.invalidate());
+  viewport.onFrame = (now) => player.advance(now);
+}
+
+async function showScene(data, scene, onPick) {
+  const gltf = await loadModel(byId(scene.glb).textContent);
+  const viewport = new Viewport(byId("canvas"));
+  viewport.onPick = onPick;
+  viewport.show(describe(gltf, scene));
+  addTools(viewport, gltf);
+  addPlayer(viewport, data, gltf);
+  byId("scale").textContent = "grid: " + length(viewport.cell) + (viewport.cell === 1 ? " unit" : " units");
+  viewport.draw();
+  return viewport;
+}
+
+async function start() {
+  const data = JSON.parse(byId("data").textContent);
+  let viewport = null;
+  const choose = (mesh) => {
+    viewport?.choose(mesh);
+    objects.choose(mesh);
+    byId("picked").textContent = mesh ? mesh.node + " · " + mesh.material : "";
+  };
+  const objects = addPanels(data, choose);
+  fillHead(data);
+  const hasMeshes = data.scenes.some((scene) => scene.meshes.length);
+  showTab(data.exitCode !== 0 ? "log" : hasMeshes ? "objects" : data.textures.length ? "textures" : "motion");
+  const shown = data.scenes.find((scene) => scene.glb && (scene.meshes.length || scene.bones.length));
+  if (!shown) {
+    const problem = data.scenes.find((scene) => scene.problem)?.problem;
+    byId("notice").textContent = problem
+      ? "There is no 3D view. " + problem
+      : "No model was written, so there is nothing to show in 3D.";
+    byId("canvas").hidden = true;
+    byId("tools").hidden = true;
+    return;
+  }
+  viewport = await showScene(data, shown, (mesh) => {
+    if (mesh) {
+      showTab("objects");
+    }
+    choose(mesh);
+  });
+}
+
+start().then(
+  () => (root.dataset.state = "ready"),
+  (problem) => {
+    tellError(problem?.message ?? problem);
+    byId("notice").textContent = "The 3D view failed: " + (problem?.message ?? problem);
+    root.dataset.state = "failed";
+  },
+);

@@ -87,13 +87,9 @@ private:
         }
         const auto found = m_materials.find(mesh.MaterialName);
         const GlbMaterial material = found == m_materials.end() ? GlbMaterial() : found->second;
-        const Json attributes = BuildAttributes(shape, material.CoordinateSets, m_scene.Writer);
         for (const PrimitiveSet& set : shape.Sets) {
-            Json primitive = {{"attributes", attributes}};
-            if (AddSet(shape, set, primitive)) {
-                if (material.Index >= 0) {
-                    primitive["material"] = material.Index;
-                }
+            Json primitive;
+            if (AddSet(PickSet(shape, set), material, primitive)) {
                 Group& group = GroupAt({mesh.NodeName, BoneOf(set), isMoving ? static_cast<int>(index) : -1});
                 group.Primitives.push_back(std::move(primitive));
                 group.Meshes.push_back(index);
@@ -102,17 +98,22 @@ private:
         WarnOfLines(mesh, shape);
     }
 
-    /// False if the set draws no triangle.
-    bool AddSet(const Shape& shape, const PrimitiveSet& set, Json& primitive)
+    /// False if the one set of a shape draws no triangle.
+    bool AddSet(const Shape& shape, const GlbMaterial& material, Json& primitive)
     {
+        const PrimitiveSet& set = shape.Sets.front();
         const std::optional<int> indices = AddTriangles(set, m_scene.Writer);
         if (!indices) {
             return false;
         }
+        primitive["attributes"] = BuildAttributes(shape, material.CoordinateSets, m_scene.Writer);
         if (set.SkinningMode != "None") {
             AddInfluences(shape, set, m_skeleton.Bones.size(), primitive["attributes"], m_scene.Writer);
         }
         primitive["indices"] = *indices;
+        if (material.Index >= 0) {
+            primitive["material"] = material.Index;
+        }
         return true;
     }
 

@@ -161,21 +161,53 @@ std::vector<JointWeight> JointsOf(const Shape& shape, const PrimitiveSet& set, s
     return joints;
 }
 
-/// Which vertices a set draws: another set of the shape may read the slots of a vertex differently.
-std::vector<bool> DrawnVertices(const Shape& shape, const PrimitiveSet& set)
+/// The new number of each vertex that a set draws, counted up; -1 for the others.
+std::vector<int> NumberDrawn(const Shape& shape, const PrimitiveSet& set)
 {
-    std::vector<bool> isDrawn(shape.VertexCount);
+    std::vector<int> numbers(shape.VertexCount, -1);
     for (const IndexStream& stream : set.Streams) {
         for (const std::uint32_t index : stream.Indices) {
-            if (index < isDrawn.size()) {
-                isDrawn[index] = true;
-            }
+            numbers.at(index) = 0;
         }
     }
-    return isDrawn;
+    int count = 0;
+    for (int& number : numbers) {
+        number = number < 0 ? -1 : count++;
+    }
+    return numbers;
+}
+
+VertexStream PickRows(const VertexStream& stream, const std::vector<int>& numbers)
+{
+    VertexStream picked = stream;
+    picked.Values.clear();
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        for (std::size_t k = 0; numbers[i] >= 0 && k < stream.Dimension; ++k) {
+            picked.Values.push_back(ValueAt(stream, i, k));
+        }
+    }
+    return picked;
 }
 
 } // namespace
+
+Shape PickSet(const Shape& shape, const PrimitiveSet& set)
+{
+    const std::vector<int> numbers = NumberDrawn(shape, set);
+    Shape picked;
+    picked.VertexCount =
+        static_cast<std::size_t>(std::ranges::count_if(numbers, [](int n) { return n >= 0; }));
+    picked.Sets = {set};
+    for (IndexStream& stream : picked.Sets[0].Streams) {
+        for (std::uint32_t& index : stream.Indices) {
+            index = static_cast<std::uint32_t>(numbers[index]);
+        }
+    }
+    for (const VertexStream& stream : shape.Streams) {
+        picked.Streams.push_back(PickRows(stream, numbers));
+    }
+    return picked;
+}
 
 Json BuildAttributes(const Shape& shape, int leastCoordinates, GlbWriter& writer)
 {
@@ -204,12 +236,7 @@ void AddInfluences(const Shape& shape, const PrimitiveSet& set, std::size_t bone
 {
     std::vector<std::uint32_t> joints(InfluenceCount * shape.VertexCount);
     std::vector<float> weights(InfluenceCount * shape.VertexCount);
-    const std::vector<bool> isDrawn = DrawnVertices(shape, set);
     for (std::size_t i = 0; i < shape.VertexCount; ++i) {
-        weights[InfluenceCount * i] = 1; // of a vertex that is not drawn
-        if (!isDrawn[i]) {
-            continue;
-        }
         std::size_t place = InfluenceCount * i;
         for (const JointWeight& joint : JointsOf(shape, set, i, boneCount)) {
             joints[place] = joint.Joint;

@@ -17,7 +17,8 @@ double MeanOf(const Color& color)
            3;
 }
 
-/// The power n of a table of (i / 256)ⁿ, from where it passes one half. Nothing for a table of another kind.
+/// The power n of a table of (i / 256)ⁿ, from where it passes one half, or from its end. Nothing for a table
+/// of another kind.
 std::optional<double> PowerOf(const LookupTable& table)
 {
     constexpr int Last = 255;
@@ -25,7 +26,8 @@ std::optional<double> PowerOf(const LookupTable& table)
     for (int i = 1; i <= Last && table.IsGeneratedAsAbs; ++i) {
         const double value =
             static_cast<double>(EvaluateCurve(table.Values, static_cast<float>(i)).value_or(0));
-        if (value >= 0.5 && value < 1) {
+        const bool isUsable = value > 0 && value < 1;
+        if (isUsable && (value >= 0.5 || i == Last)) {
             return std::log(value) / std::log(i / Steps);
         }
     }

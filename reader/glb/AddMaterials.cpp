@@ -61,6 +61,7 @@ public:
             UseExtension("KHR_materials_unlit", Json::object());
         }
         m_result.Index = m_scene.Writer.Add("materials", std::move(m_json));
+        m_result.Source = &m_material;
         return m_result;
     }
 

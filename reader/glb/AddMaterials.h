@@ -14,6 +14,7 @@ namespace tq4x::reader
 struct GlbMaterial
 {
     int Index = -1;
+    const Material* Source = nullptr;
     int CoordinateSets = 0;                  ///< sets of texture coordinates that its textures need
     std::array<std::string, 3> TextureInfos; ///< JSON pointer of each mapper's place; empty: not used
 };

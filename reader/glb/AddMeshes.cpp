@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <compare>
-#include <unordered_map>
 
+#include "glb/AddVisibilityClip.h"
 #include "glb/BuildPrimitive.h"
 
 namespace tq4x::reader
@@ -40,17 +40,14 @@ public:
           m_skeleton(skeleton),
           m_materials(materials),
           m_scene(scene)
-    {
-        for (const MeshNodeVisibility& node : model.NodeVisibilities) {
-            m_isNodeVisible.emplace(node.Name, node.IsVisible);
-        }
-    }
+    {}
 
     std::vector<int> Run(const std::set<std::size_t>& moving)
     {
+        const std::vector<bool> isVisible = VisibleMeshes(m_model);
         for (std::size_t i = 0; i < m_model.Meshes.size(); ++i) {
             const Mesh& mesh = m_model.Meshes[i];
-            if (!IsVisible(mesh) && !moving.contains(i)) {
+            if (!isVisible[i] && !moving.contains(i)) {
                 m_scene.Warnings.push_back("\"" + mesh.NodeName + "\": the mesh is invisible and left out.");
                 continue;
             }
@@ -67,12 +64,6 @@ public:
     }
 
 private:
-    bool IsVisible(const Mesh& mesh) const
-    {
-        const auto node = m_isNodeVisible.find(mesh.NodeName);
-        return mesh.IsVisible && (node == m_isNodeVisible.end() || node->second);
-    }
-
     void AddPrimitives(std::size_t index, bool isMoving)
     {
         const Mesh& mesh = m_model.Meshes[index];
@@ -211,7 +202,6 @@ private:
     const SkeletonNodes& m_skeleton;
     const MaterialTable& m_materials;
     GlbScene& m_scene;
-    std::unordered_map<std::string, bool> m_isNodeVisible;
     std::map<Place, std::size_t> m_places;
     std::vector<Group> m_groups; ///< in order of their first mesh
     int m_smoothSkin = -1;

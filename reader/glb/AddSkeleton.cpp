@@ -64,10 +64,7 @@ void SetTransform(Json& node, const Transform& transform)
         node["translation"] = NumberList(transform.Translate);
     }
     if (transform.Rotate != identity.Rotate) {
-        std::array<float, 4> rotation{};
-        std::ranges::transform(QuaternionOf(transform.Rotate), rotation.begin(),
-                               [](double part) { return static_cast<float>(part); });
-        node["rotation"] = NumberList(rotation);
+        node["rotation"] = NumberList(ToFloats(QuaternionOf(transform.Rotate)));
     }
     if (transform.Scale != identity.Scale) {
         node["scale"] = NumberList(transform.Scale);

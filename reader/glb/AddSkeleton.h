@@ -16,6 +16,7 @@ struct GlbScene
     GlbWriter Writer;
     std::vector<int> Roots; ///< nodes of the scene's first level
     std::vector<std::string> Warnings;
+    std::size_t SamplesLeft = std::size_t{1} << 26; ///< numbers that animations may still take
 };
 
 /// `{"translation": ..., "rotation": ..., "scale": ...}` without what is the identity, added to a node.

@@ -89,6 +89,12 @@ Quaternion QuaternionTowards(const Vector3& direction)
     return Normalized({axis[0], axis[1], axis[2], 1 + cosine});
 }
 
+std::array<float, 4> ToFloats(const Quaternion& rotation)
+{
+    return {static_cast<float>(rotation[0]), static_cast<float>(rotation[1]), static_cast<float>(rotation[2]),
+            static_cast<float>(rotation[3])};
+}
+
 Matrix MatrixOf(const Transform& transform)
 {
     const auto [x, y, z, w] = QuaternionOf(transform.Rotate);

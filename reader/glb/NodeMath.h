@@ -23,6 +23,9 @@ inline constexpr Matrix IdentityMatrix = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0,
 /// all turns the shortest; about Y where it is half a turn. The identity for a direction of no length.
 [[nodiscard]] Quaternion QuaternionTowards(const Vector3& direction);
 
+/// In single precision, as files hold it.
+[[nodiscard]] std::array<float, 4> ToFloats(const Quaternion& rotation);
+
 [[nodiscard]] Matrix MatrixOf(const Transform& transform);
 
 /// What `second` does to the result of `first`.

@@ -67,9 +67,9 @@ std::unique_ptr<ExportX3DObject> MakeCollector(ExportContext& context, const XSI
 } // namespace
 
 bool VisitObject(ExportContext& context, const XSI::CRef& reference, bool insideInstance,
-                 const XSI::CRef& owningInstance)
+                 const InstancePath& instances)
 {
-    const CollectorKey key{.ObjectID = reference.GetObjectID(), .InstanceID = owningInstance.GetObjectID()};
+    const CollectorKey key = KeyOf(reference, instances);
     if (context.Find(key) != nullptr)
         return true;
     const XSI::X3DObject object(reference);
@@ -78,7 +78,7 @@ bool VisitObject(ExportContext& context, const XSI::CRef& reference, bool inside
         return false;
     std::unique_ptr<ExportX3DObject> collector = MakeCollector(context, object, geometry);
     collector->InsideInstance = insideInstance;
-    collector->OwningInstance = owningInstance;
+    collector->Instances = instances;
     ExportX3DObject& added = static_cast<ExportX3DObject&>(context.Add(key, std::move(collector)));
     added.Link(); // the walk meets parents first
     if (added.IsKindOf(CollectorKind::Mesh))

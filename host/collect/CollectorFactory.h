@@ -1,5 +1,7 @@
 #pragma once
 
+#include "collect/CollectorKey.h"
+
 #include <xsi_ref.h>
 
 namespace tq4x
@@ -11,6 +13,6 @@ struct ExportContext;
 /// has one already. False for an object that can't be exported (NURBS, subdivision surfaces), with a message:
 /// the branch below it is left out too.
 bool VisitObject(ExportContext& context, const XSI::CRef& object, bool insideInstance,
-                 const XSI::CRef& owningInstance);
+                 const InstancePath& instances);
 
 } // namespace tq4x

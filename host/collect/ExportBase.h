@@ -1,5 +1,7 @@
 #pragma once
 
+#include "collect/CollectorKey.h"
+
 #include <xsi_ref.h>
 
 #include <cstdint>
@@ -50,8 +52,8 @@ public:
     XSI::CRef Object;                  ///< the wrapped host object
     ExportX3DObject* Parent = nullptr; ///< collector of the parent object, if it is exported
     bool ConvertToModel = false;       ///< the object is exported relative to a chosen model root
-    bool InsideInstance = false;       ///< reached through an instance of a model
-    XSI::CRef OwningInstance;          ///< that instance; invalid outside of one
+    bool InsideInstance = false; ///< as the walk saw it: it forgets at the end of the first object in one
+    InstancePath Instances;      ///< through which it was reached; the last one owns it
 
 protected:
     /// False, with a message, for an object that the host no longer knows.

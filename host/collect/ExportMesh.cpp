@@ -248,8 +248,8 @@ ReadResult ExportMesh::ReadSkin()
     if (!envelope.IsValid())
         return ReadResult::Done;
     std::unique_ptr<SkinWeightTable> table;
-    const ReadResult result = ReadEnvelope(Context, envelope, OwningInstance, m_attributes.Positions.size(),
-                                           TargetBone().Name, table);
+    const ReadResult result =
+        ReadEnvelope(Context, envelope, Instances, m_attributes.Positions.size(), TargetBone().Name, table);
     if (result == ReadResult::Done)
         SetSkinWeights(*m_mesh, std::move(table));
     return result;

@@ -76,13 +76,14 @@ void ExportX3DObject::Link()
 ExportX3DObject* ExportX3DObject::FindParent() const
 {
     const XSI::CRef hostParent = XSI::X3DObject(Object).GetParent();
-    const XSI::Model instance(OwningInstance);
-    if (!instance.IsValid())
+    if (Instances.empty())
         return Context.FindX3DObject(hostParent, {});
-    ExportX3DObject* parent = hostParent == instance.GetInstanceMaster().GetRef()
+    const XSI::Model owner(Instances.back());
+    ExportX3DObject* parent = hostParent == owner.GetInstanceMaster().GetRef()
                                   ? nullptr
-                                  : Context.FindX3DObject(hostParent, OwningInstance);
-    return parent != nullptr ? parent : Context.FindX3DObject(OwningInstance, {});
+                                  : Context.FindX3DObject(hostParent, Instances);
+    const InstancePath outer(Instances.begin(), Instances.end() - 1);
+    return parent != nullptr ? parent : Context.FindX3DObject(owner.GetRef(), outer);
 }
 
 bool ExportX3DObject::Export()
@@ -221,17 +222,20 @@ CTransformation ExportX3DObject::BaseTransform() const
 }
 
 /// Inside an instance the host's transforms are those of the master: from the master's place to the
-/// instance's.
+/// instance's, from the inner instance to the outer ones.
 CTransformation ExportX3DObject::InstanceTransform() const
 {
-    const XSI::Model instance(OwningInstance);
-    if (!instance.IsValid())
-        return {};
-    CTransformation transform =
-        instance.GetInstanceMaster().GetKinematics().GetGlobal().GetTransform(BindFrame);
-    if (!transform.InvertInPlace())
-        return {};
-    return transform.MulInPlace(instance.GetKinematics().GetGlobal().GetTransform(BindFrame));
+    CTransformation whole;
+    for (auto reference = Instances.rbegin(); reference != Instances.rend(); ++reference) {
+        const XSI::Model instance(*reference);
+        CTransformation transform =
+            instance.GetInstanceMaster().GetKinematics().GetGlobal().GetTransform(BindFrame);
+        if (!transform.InvertInPlace())
+            continue; // what it shows stays where the master is
+        whole.MulInPlace(transform);
+        whole.MulInPlace(instance.GetKinematics().GetGlobal().GetTransform(BindFrame));
+    }
+    return whole;
 }
 
 void ExportX3DObject::Sample()

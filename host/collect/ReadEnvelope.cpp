@@ -55,7 +55,7 @@ XSI::Envelope FindEnvelope(const XSI::X3DObject& object)
 }
 
 ReadResult ReadEnvelope(const ExportContext& context, const XSI::Envelope& envelope,
-                        const XSI::CRef& owningInstance, std::size_t vertexCount, const std::string& name,
+                        const InstancePath& instances, std::size_t vertexCount, const std::string& name,
                         std::unique_ptr<SkinWeightTable>& table)
 {
     table = std::make_unique<SkinWeightTable>(vertexCount);
@@ -64,7 +64,7 @@ ReadResult ReadEnvelope(const ExportContext& context, const XSI::Envelope& envel
         const XSI::CDoubleArray weights = envelope.GetDeformerWeights(deformer);
         if (static_cast<std::size_t>(weights.GetCount()) != vertexCount)
             return GiveUp(MessageCode::InternalError, name);
-        ExportX3DObject* collector = context.FindX3DObject(deformer, owningInstance);
+        ExportX3DObject* collector = context.FindX3DObject(deformer, instances);
         if (collector == nullptr)
             return GiveUp(MessageCode::InternalError, name);
         AddDeformer(collector->TargetBone(), weights, *table, sums);

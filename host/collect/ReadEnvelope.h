@@ -1,5 +1,6 @@
 #pragma once
 
+#include "collect/CollectorKey.h"
 #include "collect/ReadMeshAttributes.h"
 #include "geometry/SkinWeightTable.h"
 
@@ -19,9 +20,9 @@ XSI::Envelope FindEnvelope(const XSI::X3DObject& object);
 
 /// Reads the weights of an envelope: one entry per vertex, at most four influences that sum to 100. A vertex
 /// whose weights do not reach 99.9, an array of another length or a deformer that is not exported gives the
-/// mesh up. `owningInstance` tells which instance of a model the deformers are looked for in first.
+/// mesh up. `instances` tells through which instances of models the deformers are looked for first.
 ReadResult ReadEnvelope(const ExportContext& context, const XSI::Envelope& envelope,
-                        const XSI::CRef& owningInstance, std::size_t vertexCount, const std::string& name,
+                        const InstancePath& instances, std::size_t vertexCount, const std::string& name,
                         std::unique_ptr<SkinWeightTable>& table);
 
 } // namespace tq4x

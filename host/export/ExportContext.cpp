@@ -38,14 +38,15 @@ ExportBase* ExportContext::Find(const CollectorKey& key) const
     return found == Collectors.end() ? nullptr : found->second.get();
 }
 
-ExportX3DObject* ExportContext::FindX3DObject(const XSI::CRef& object, const XSI::CRef& owningInstance) const
+ExportX3DObject* ExportContext::FindX3DObject(const XSI::CRef& object, InstancePath instances) const
 {
     if (!object.IsValid())
         return nullptr;
-    ExportBase* collector =
-        Find({.ObjectID = object.GetObjectID(), .InstanceID = owningInstance.GetObjectID()});
-    if (collector == nullptr)
-        collector = Find({.ObjectID = object.GetObjectID()});
+    ExportBase* collector = Find(KeyOf(object, instances));
+    while (collector == nullptr && !instances.empty()) {
+        instances.pop_back();
+        collector = Find(KeyOf(object, instances));
+    }
     const bool isNode = collector != nullptr && collector->IsKindOf(CollectorKind::X3DObject);
     return isNode ? static_cast<ExportX3DObject*>(collector) : nullptr;
 }

@@ -43,9 +43,9 @@ struct ExportContext
     /// The collector under a key, or nullptr.
     ExportBase* Find(const CollectorKey& key) const;
 
-    /// The collector of an object in space: the one reached through the same instance first, else the one
-    /// outside of instances; nullptr if there is none.
-    ExportX3DObject* FindX3DObject(const XSI::CRef& object, const XSI::CRef& owningInstance) const;
+    /// The collector of an object in space: the one reached through the same instances first, then through
+    /// ever fewer of them, last the one outside of all; nullptr if there is none.
+    ExportX3DObject* FindX3DObject(const XSI::CRef& object, InstancePath instances) const;
 
     /// Takes a collector over, unless its key has one already; answers the one that stands there now.
     ExportBase& Add(const CollectorKey& key, std::unique_ptr<ExportBase> collector);

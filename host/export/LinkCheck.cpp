@@ -18,7 +18,7 @@ bool LinkInfluences(ExportContext& context, ExportMesh& mesh)
 {
     bool isComplete = true;
     for (const XSI::CRef& influence : mesh.CollectInfluenceObjects()) {
-        ExportX3DObject* collector = context.FindX3DObject(influence, mesh.OwningInstance);
+        ExportX3DObject* collector = context.FindX3DObject(influence, mesh.Instances);
         if (collector != nullptr) {
             mesh.Influences.push_back(collector);
             collector->InfluencedMeshes.push_back(&mesh);

@@ -8,6 +8,9 @@
 #include <xsi_model.h>
 #include <xsi_selection.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace tq4x
 {
 namespace
@@ -16,7 +19,7 @@ namespace
 struct Step
 {
     XSI::CRef Object;
-    XSI::CRef OwningInstance;
+    InstancePath Instances;
     bool IsEnd = false; ///< all children were walked
 };
 
@@ -32,12 +35,27 @@ XSI::CRefArray ChildrenOf(const XSI::CRef& object)
                               : XSI::X3DObject(object).GetChildren();
 }
 
-/// Pushes the children so that the first is taken from the stack first.
-void PushChildren(std::vector<Step>& pending, const XSI::CRef& object, const XSI::CRef& owningInstance)
+/// True if one of the instances shows the same model: that model would stand below itself without end.
+bool IsShownAlready(const InstancePath& instances, const XSI::CRef& instance)
 {
-    const XSI::CRefArray children = ChildrenOf(object);
+    const XSI::CRef master = XSI::Model(instance).GetInstanceMaster().GetRef();
+    return std::any_of(instances.begin(), instances.end(), [&master](const XSI::CRef& outer) {
+        return XSI::Model(outer).GetInstanceMaster().GetRef() == master;
+    });
+}
+
+/// Pushes the children so that the first is taken from the stack first.
+void PushChildren(std::vector<Step>& pending, const Step& step)
+{
+    InstancePath instances = step.Instances;
+    if (IsInstance(step.Object)) {
+        if (IsShownAlready(instances, step.Object))
+            return;
+        instances.push_back(step.Object);
+    }
+    const XSI::CRefArray children = ChildrenOf(step.Object);
     for (LONG i = children.GetCount() - 1; i >= 0; --i)
-        pending.push_back({children[i], owningInstance});
+        pending.push_back({children[i], instances});
 }
 
 } // namespace
@@ -63,10 +81,10 @@ std::size_t CountNodes(const XSI::CRef& root)
     std::size_t count = 0;
     std::vector<Step> pending{{root, {}}};
     while (!pending.empty()) {
-        const XSI::CRef object = pending.back().Object;
+        const Step step = std::move(pending.back());
         pending.pop_back();
         ++count;
-        PushChildren(pending, object, {});
+        PushChildren(pending, step);
     }
     return count;
 }
@@ -76,21 +94,20 @@ bool WalkScene(ExportContext& context, const XSI::CRef& root)
     bool insideInstance = false;
     std::vector<Step> pending{{root, {}}};
     while (!pending.empty()) {
-        const Step step = pending.back();
+        const Step step = std::move(pending.back());
         pending.pop_back();
         if (step.IsEnd) {
             insideInstance = false;
             continue;
         }
-        if (!VisitObject(context, step.Object, insideInstance, step.OwningInstance)) {
+        if (!VisitObject(context, step.Object, insideInstance, step.Instances)) {
             insideInstance = false;
             continue;
         }
         context.Progress.Increment();
-        const bool entersInstance = IsInstance(step.Object);
-        insideInstance = insideInstance || entersInstance;
-        pending.push_back({step.Object, step.OwningInstance, true});
-        PushChildren(pending, step.Object, entersInstance ? step.Object : step.OwningInstance);
+        insideInstance = insideInstance || IsInstance(step.Object);
+        pending.push_back({step.Object, step.Instances, true});
+        PushChildren(pending, step);
     }
     return true;
 }

@@ -69,7 +69,7 @@ public:
 
     ExportX3DObject* Collector(const XSI::CRef& object, const XSI::CRef& instance = {}) const
     {
-        return Context.FindX3DObject(object, instance);
+        return Context.FindX3DObject(object, instance.IsValid() ? InstancePath{instance} : InstancePath());
     }
 
     Bone& BoneOf(const XSI::CRef& object, const XSI::CRef& instance = {}) const

@@ -126,7 +126,8 @@ TEST(CollectorFactory, TellsCollectorsThatTheyAreInsideAnInstance)
     const ExportX3DObject* shown = run.Collector(part, copy);
     ASSERT_NE(shown, run.Collector(part));
     EXPECT_TRUE(shown->InsideInstance);
-    EXPECT_TRUE(shown->OwningInstance == static_cast<const XSI::CRef&>(copy));
+    ASSERT_EQ(shown->Instances.size(), 1u);
+    EXPECT_TRUE(shown->Instances[0] == static_cast<const XSI::CRef&>(copy));
     EXPECT_EQ(shown->Parent, run.Collector(copy));
 }
 

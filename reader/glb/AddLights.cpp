@@ -36,9 +36,10 @@ Cone ConeOf(const LookupTable& table)
         }
     }
     Cone cone;
-    cone.Inner = std::acos(std::min(firstFull / Steps, 1.0));
-    cone.Outer = std::acos(lastDark / Steps);
     constexpr double LeastWidth = 1e-4; // glTF wants the inner angle below the outer one
+    constexpr double Widest = 1.5707962; // and that at most a right angle, which no float is
+    cone.Inner = std::acos(std::min(firstFull / Steps, 1.0));
+    cone.Outer = std::min(std::acos(lastDark / Steps), Widest);
     cone.Inner = std::clamp(cone.Inner, 0.0, std::max(cone.Outer - LeastWidth, 0.0));
     cone.Outer = std::max(cone.Outer, cone.Inner + LeastWidth);
     return cone;

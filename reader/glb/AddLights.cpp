@@ -36,7 +36,7 @@ Cone ConeOf(const LookupTable& table)
         }
     }
     Cone cone;
-    constexpr double LeastWidth = 1e-4; // glTF wants the inner angle below the outer one
+    constexpr double LeastWidth = 1e-4;  // glTF wants the inner angle below the outer one
     constexpr double Widest = 1.5707962; // and that at most a right angle, which no float is
     cone.Inner = std::acos(std::min(firstFull / Steps, 1.0));
     cone.Outer = std::min(std::acos(lastDark / Steps), Widest);

@@ -2,31 +2,41 @@ import { Box3, Sphere, Vector3 } from "three";
 
 // Where the camera stands so that everything is seen, from millimetres to kilometres.
 
-const isFinite = (box) => [...box.min.toArray(), ...box.max.toArray()].every(Number.isFinite);
-
-function boxesOf(root) {
-  root.updateMatrixWorld(true);
-  const boxes = [];
-  root.traverseVisible((object) => {
-    if (object.isMesh) {
-      if (object.isSkinnedMesh) {
-        object.computeBoundingBox();
-      }
-      boxes.push(new Box3().setFromObject(object));
-    }
-  });
-  return boxes.filter((box) => !box.isEmpty() && isFinite(box));
-}
+const isUsable = (box) =>
+  !box.isEmpty() && [...box.min.toArray(), ...box.max.toArray()].every(Number.isFinite);
 
 const unionOf = (boxes) => boxes.reduce((all, box) => all.union(box), new Box3());
 
-/** The box around all that is drawn, in its present pose. Never empty and always finite. */
-export function boundsOf(root) {
-  const box = unionOf(boxesOf(root));
+function boxOf(mesh) {
+  if (mesh.isSkinnedMesh) {
+    mesh.computeBoundingBox(); // of the present pose
+  }
+  return new Box3().setFromObject(mesh);
+}
+
+/** A box for each mesh that is drawn, around it in all of the poses: functions that set one each. */
+export function measure(root, poses) {
+  const boxes = new Map();
+  for (const setPose of poses) {
+    setPose();
+    root.updateMatrixWorld(true);
+    root.traverseVisible((object) => {
+      const box = object.isMesh ? boxOf(object) : null;
+      if (box && isUsable(box)) {
+        boxes.set(object, box.union(boxes.get(object) ?? box));
+      }
+    });
+  }
+  return [...boxes.values()];
+}
+
+/** The box around the boxes of meshes, or around all nodes where there are none. Never empty, always finite. */
+export function boundsOf(root, boxes) {
+  const box = unionOf(boxes);
   if (box.isEmpty()) {
     root.traverse((object) => box.expandByPoint(object.getWorldPosition(new Vector3())));
   }
-  if (box.isEmpty() || !isFinite(box)) {
+  if (!isUsable(box)) {
     box.set(new Vector3(-1, -1, -1), new Vector3(1, 1, 1));
   }
   if (box.getSize(new Vector3()).length() === 0) {
@@ -36,16 +46,12 @@ export function boundsOf(root) {
 }
 
 /** The same without floors, water and the like: flat and much wider than all that stands on them. */
-export function focusOf(root) {
+export function focusOf(root, boxes) {
   const width = (box) => Math.max(box.max.x - box.min.x, box.max.z - box.min.z);
   const isFlat = (box) => box.max.y - box.min.y < 0.05 * width(box);
-  const boxes = boxesOf(root);
   const standing = unionOf(boxes.filter((box) => !isFlat(box)));
-  if (standing.isEmpty()) {
-    return boundsOf(root);
-  }
-  const scenery = (box) => isFlat(box) && width(box) > 1.5 * width(standing);
-  return unionOf(boxes.filter((box) => !scenery(box)));
+  const isScenery = (box) => isFlat(box) && width(box) > 1.5 * width(standing);
+  return boundsOf(root, standing.isEmpty() ? boxes : boxes.filter((box) => !isScenery(box)));
 }
 
 const outlook = new Vector3(0.62, 0.42, 1).normalize(); // from the front, right and above
@@ -68,7 +74,7 @@ export function frameBox(camera, controls, box) {
     const depth = offset.dot(outlook);
     distance = Math.max(distance, Math.abs(offset.dot(right)) / tanX + depth, Math.abs(offset.dot(up)) / tanY + depth);
   }
-  camera.position.copy(centre).addScaledVector(outlook, distance * 1.04);
+  camera.position.copy(centre).addScaledVector(outlook, distance * 0.98);
   controls.target.copy(centre);
   controls.minDistance = distance * 0.01;
   controls.maxDistance = distance * 20;

@@ -15,12 +15,12 @@ function addTools(viewport, gltf) {
   const parts = [
     makeToggle("Wireframe", "Show the edges of triangles", false, (isOn) => viewport.setWireframe(isOn)),
     makeToggle("Normals", "Colour by the direction of the normals", false, (isOn) => viewport.setNormals(isOn)),
-    makeToggle("Bones", "Show the bones over the scene", false, (isOn) => viewport.setBones(isOn)),
+    makeToggle("Bones", "Show the bones over the scene", viewport.bones.group.visible, (isOn) => viewport.setBones(isOn)),
     makeToggle("Boxes", "Show the bounding box that the file states for each shape", false, (isOn) => viewport.setBoxes(isOn)),
     makeToggle("Grid", "Show the ground grid", true, (isOn) => viewport.setGrid(isOn)),
   ];
   if (viewport.content.lights.length) {
-    parts.push(makeToggle("Scene lights", "Light it with the exported lights", false, (isOn) => viewport.setSceneLights(isOn)));
+    parts.push(makeToggle("Lights", "Light it with the exported lights", false, (isOn) => viewport.setSceneLights(isOn)));
   }
   const reset = make("button", { type: "button", title: "Show everything (F)" }, "Fit");
   reset.addEventListener("click", () => viewport.frame());
@@ -51,22 +51,28 @@ function clipRows(data, gltf) {
   });
 }
 
-function addPlayer(viewport, data, gltf) {
-  const rows = clipRows(data, gltf);
-  if (rows.length === 0) {
-    return;
+const posedVertices = 200000; // above, looking at several poses would take long
+
+/** Poses over a clip, the first frame last, so that it stays. */
+function posesOf(player, content) {
+  if (!player) {
+    return [() => {}];
   }
-  const player = new Player(gltf.scene, rows, () => viewport.invalidate());
-  viewport.onFrame = (now) => player.advance(now);
+  const vertices = content.meshes.reduce((sum, { object }) => sum + object.geometry.attributes.position.count, 0);
+  const parts = vertices > posedVertices ? [0] : [1, 0.75, 0.5, 0.25, 0];
+  return parts.map((part) => () => player.goTo(part * player.row.frames));
 }
 
 async function showScene(data, scene, onPick) {
   const gltf = await loadModel(byId(scene.glb).textContent);
   const viewport = new Viewport(byId("canvas"));
   viewport.onPick = onPick;
-  viewport.show(describe(gltf, scene));
+  const clips = clipRows(data, gltf);
+  const player = clips.length ? new Player(gltf.scene, clips, () => viewport.invalidate()) : null;
+  viewport.onFrame = (now) => player?.advance(now) ?? false;
+  const content = describe(gltf, scene);
+  viewport.show(content, posesOf(player, content));
   addTools(viewport, gltf);
-  addPlayer(viewport, data, gltf);
   byId("scale").textContent = "grid: " + length(viewport.cell) + (viewport.cell === 1 ? " unit" : " units");
   viewport.draw();
   return viewport;

@@ -32,6 +32,13 @@ function makeRowFinder(json, scene) {
   return (place) => (place ? (found.get(place.meshes + "/" + place.primitives) ?? null) : null);
 }
 
+/** Strong highlights come as metal, which is black where it has nothing to mirror: its colour is shown instead. */
+function showPlainly(material) {
+  if (material.isMeshStandardMaterial) {
+    material.metalness = 0;
+  }
+}
+
 /** The scene's meshes, each with the row that tells of it, and all else that the view wants to know. */
 export function describe(gltf, scene) {
   const content = { root: gltf.scene, meshes: [], bones: [], boxes: [], lights: [] };
@@ -42,6 +49,7 @@ export function describe(gltf, scene) {
   gltf.scene.traverse((object) => {
     const place = associations.get(object);
     if (object.isMesh) {
+      showPlainly(object.material);
       const row = rowOf(place);
       content.meshes.push({ object, key: row });
       if (row?.box && !boxed.has(row)) {

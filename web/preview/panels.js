@@ -101,7 +101,6 @@ function thumbnail(texture) {
   const isCoarse = texture.width <= 32 && texture.height <= 32;
   return make("img", {
     className: "thumbnail" + (isCoarse ? " coarse" : ""), src: texture.thumbnail, alt: "The texture " + texture.name,
-    loading: "lazy",
   });
 }
 

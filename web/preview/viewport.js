@@ -1,14 +1,14 @@
 import {
-  DirectionalLight, MeshNormalMaterial, PMREMGenerator, PerspectiveCamera, Raycaster, Scene, SRGBColorSpace,
-  NeutralToneMapping, Vector2, WebGLRenderer,
+  DirectionalLight, HemisphereLight, MeshNormalMaterial, NeutralToneMapping, PerspectiveCamera, Raycaster, Scene,
+  SRGBColorSpace, Vector2, WebGLRenderer,
 } from "three";
 import { OrbitControls } from "three/examples/jsm/controls/OrbitControls.js";
-import { RoomEnvironment } from "three/examples/jsm/environments/RoomEnvironment.js";
-import { boundsOf, focusOf, frameBox, setPlanes } from "./framing.js";
+import { boundsOf, focusOf, frameBox, measure, setPlanes } from "./framing.js";
 import { makeBones, makeGrid, makeMark, makeShapeBox } from "./overlays.js";
 
 // The 3D view. It draws when something has changed, not all the time.
 
+const skyIntensity = 2.6;
 const clickSlack = 5; // pixels that the pointer may move and still click
 
 export class Viewport {
@@ -32,14 +32,11 @@ export class Viewport {
     this.listen();
   }
 
-  /** Soft light from all sides and a key light from above: neutral, whatever the scene brings. */
+  /** Light from everywhere, more of it from the left above: neutral, and quick on machines without a graphics card. */
   makeStudio() {
-    const room = new RoomEnvironment();
-    const generator = new PMREMGenerator(this.renderer);
-    this.scene.environment = generator.fromScene(room, 0.04).texture;
-    generator.dispose();
-    this.key = new DirectionalLight(0xffffff, 1.6);
-    this.scene.add(this.key, this.key.target);
+    this.sky = new HemisphereLight(0xffffff, 0xbdb5ab, skyIntensity);
+    this.key = new DirectionalLight(0xfffaf2, 2.2);
+    this.scene.add(this.sky, this.key, this.key.target);
     this.setSceneLights(false);
   }
 
@@ -56,39 +53,47 @@ export class Viewport {
     });
   }
 
-  /** Takes what is shown: {root, meshes, bones, boxes, lights}. Meshes are {object, key}. */
-  show(content) {
+  /**
+   * Takes what is shown: {root, meshes, bones, boxes, lights}, with meshes as {object, key}. The poses are functions
+   * that set one each: all that is seen in one of them comes into view. The last one stays.
+   */
+  show(content, poses) {
     this.content = content;
     this.scene.add(content.root);
     this.meshes = content.meshes;
     for (const { object } of this.meshes) {
       object.userData.material = object.material;
-    }
-    this.box = boundsOf(content.root);
-    const { grid, cell } = makeGrid(this.box);
-    this.grid = grid;
-    this.cell = cell;
-    this.bones = makeBones(content.bones);
-    this.bones.group.visible = false;
-    this.boxes = [];
-    for (const { object, box } of content.boxes) {
-      const lines = makeShapeBox(box);
-      lines.visible = false;
-      object.add(lines);
-      this.boxes.push(lines);
+      object.frustumCulled = !object.isSkinnedMesh; // its bounds are those of one pose
     }
     for (const light of content.lights) {
       light.visible = false;
     }
-    this.scene.add(grid, this.bones.group);
+    const boxes = measure(content.root, poses);
+    this.box = boundsOf(content.root, boxes);
+    this.addOverlays();
     this.resize();
-    this.frame(focusOf(content.root));
+    this.frame(focusOf(content.root, boxes));
+  }
+
+  addOverlays() {
+    const { grid, cell } = makeGrid(this.box);
+    this.grid = grid;
+    this.cell = cell;
+    this.bones = makeBones(this.content.bones);
+    this.bones.group.visible = this.meshes.length === 0; // where there is nothing else to see
+    this.scene.add(grid, this.bones.group);
+    this.boxes = this.content.boxes.map(({ object, box }) => {
+      const lines = makeShapeBox(box);
+      lines.visible = false;
+      object.add(lines);
+      return lines;
+    });
   }
 
   /** Brings a box into view; everything where none is given. */
   frame(box = this.box) {
     frameBox(this.camera, this.controls, box);
-    this.key.position.set(2, 4, 3).add(this.controls.target);
+    this.key.position.set(-0.8, 2.2, 2.4).add(this.controls.target);
     this.key.target.position.copy(this.controls.target);
     this.invalidate();
   }
@@ -188,7 +193,7 @@ export class Viewport {
   /** The scene's own lights in place of the studio's. */
   setSceneLights(isOn) {
     this.key.visible = !isOn;
-    this.scene.environmentIntensity = isOn ? 0.12 : 0.75;
+    this.sky.intensity = isOn ? 0.3 : skyIntensity;
     this.content?.lights.forEach((light) => (light.visible = isOn));
     this.invalidate();
   }

@@ -46,15 +46,6 @@ ExitCode CodeOf(const gltf::OpenedScene& scene)
     return BadInput;
 }
 
-/// The plug-in says nothing about settings that it can't keep.
-void NoteLostSettings(const std::filesystem::path& toolFolder, Console& console)
-{
-    const std::string problem = FindFolderProblem(toolFolder / "tools/DccPlugin/softimage/ini");
-    if (!toolFolder.empty() && !problem.empty()) {
-        console.Tell(Severity::Information, {}, "The settings of this export are not kept: " + problem);
-    }
-}
-
 /// The files hold these texts as they stand, so markup in them makes files that no reader takes.
 void WarnAboutMarkup(const ExportRequest& request, const std::string& author, Console& console)
 {
@@ -271,7 +262,6 @@ ExitCode RunExport(const Arguments& arguments, Console& console)
         SetVariable("TQ4X_AUTHOR", *author);
     }
     ProvideTemporaryFolder();
-    NoteLostSettings(tool.Path(), console);
     return Exporter(parsed.Content, arguments, console).Run();
 }
 

@@ -48,9 +48,7 @@ std::optional<std::string> PrepareIniFolder()
                      Severity::Warning);
         return std::nullopt;
     }
-    // Says nothing of a folder that can't be made: its files then can't be opened, which is for their writers
-    // to tell or not.
-    static_cast<void>(CurrentPlatform().MakeFolder(*folder));
+    static_cast<void>(EnsureFolder(*folder)); // tells by itself; the files in it then can't be opened
     return folder;
 }
 

@@ -10,8 +10,8 @@ namespace tq4x
 /// nothing where the root is not known.
 std::optional<std::string> IniFolder();
 
-/// The same for writing: makes the folders that are missing, in silence where that fails, and warns where the
-/// root is not known.
+/// The same for writing: makes the folders that are missing, with an error where that fails, and warns where
+/// the root is not known.
 std::optional<std::string> PrepareIniFolder();
 
 } // namespace tq4x

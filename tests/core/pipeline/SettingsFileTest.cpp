@@ -365,10 +365,16 @@ TEST_F(SettingsFile, LastExportThatCannotBeWrittenIsSilent)
     ASSERT_NE(CreateOptions(), nullptr);
     fs::create_directories(IniPath("last_export_options_for_pennon.q3es"));
     EXPECT_TRUE(SaveLastExport());
-    fs::remove_all(Path("root"));
-    Fill(Path("root"), "a file where the root should be");
-    EXPECT_TRUE(SaveLastExport()) << "no folder, no file: all the same";
     EXPECT_THAT(MessageRecorder::Messages(), IsEmpty());
+}
+
+TEST_F(SettingsFile, LastExportWhereTheFolderCannotBeMade)
+{
+    ASSERT_NE(CreateOptions(), nullptr);
+    Fill(Path("root"), "a file where the root should be");
+    EXPECT_TRUE(SaveLastExport());
+    EXPECT_THAT(MessageRecorder::Messages(), ElementsAre("E Can't create folder(" + Path("root") +
+                                                         "\\tools\\DccPlugin\\softimage\\ini\\)."));
 }
 
 TEST(IniFolder, PiecesAreJoinedWithOneSeparator)
@@ -445,11 +451,14 @@ TEST_F(SettingsFile, PreferencesThatCannotBeWritten)
                             "\\tools\\DccPlugin\\softimage\\ini\\plugin_preference_for_pennon.txt)"));
 }
 
-TEST_F(SettingsFile, PreferencesWithoutAFolderAreToldOnce)
+TEST_F(SettingsFile, PreferencesWhoseFolderCannotBeMade)
 {
     Fill(Path("root"), "a file where the root should be");
     WritePreferences({});
-    EXPECT_THAT(MessageRecorder::Messages(), ElementsAre(testing::StartsWith("E Can't open file(")));
+    const std::string folder = Path("root") + "\\tools\\DccPlugin\\softimage\\ini\\";
+    EXPECT_THAT(MessageRecorder::Messages(),
+                ElementsAre("E Can't create folder(" + folder + ").",
+                            "E Can't open file(" + folder + "plugin_preference_for_pennon.txt)"));
 }
 
 } // namespace

@@ -128,6 +128,18 @@ TEST_F(DriverEnds, WithoutARootOnlyTheSavingIsLeftOut)
     EXPECT_EQ(static_cast<LONG>(Scene.Host().Preferences[AutoInspect]), 1);
 }
 
+TEST_F(DriverEnds, AFolderForTheSettingsThatCannotBeMadeIsToldAndChangesNothingElse)
+{
+    Scene.Null("body");
+    std::ofstream(Tool.Root() / "tools/DccPlugin") << "no folder";
+    const ExportRun run;
+    EXPECT_TRUE(run.Succeeded());
+    EXPECT_THAT(run.Messages(), ElementsAre(StartsWith("E Can't create folder(")));
+    EXPECT_FALSE(HasDialogProperty());
+    EXPECT_EQ(LiveOptions(), nullptr);
+    EXPECT_EQ(static_cast<LONG>(Scene.Host().Preferences[AutoInspect]), 1);
+}
+
 /// Binds a mesh to an object that the export leaves out.
 void BuildMissingInfluence()
 {

@@ -1,0 +1,40 @@
+#include "Deviations.h"
+#include "RandomScene.h"
+#include "RunRoundTrip.h"
+#include "support/ToolInstallation.h"
+
+#include <gtest/gtest.h>
+
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+
+namespace tq4x::test
+{
+namespace
+{
+
+/// A number of the environment.
+std::uint32_t NumberOf(const char* variable, std::uint32_t otherwise)
+{
+    const char* text = std::getenv(variable);
+    std::uint32_t number = otherwise;
+    if (text != nullptr)
+        std::from_chars(text, text + std::strlen(text), number);
+    return number;
+}
+
+/// `TQ4X_ROUND_TRIP_SEEDS` says how many scenes, `TQ4X_ROUND_TRIP_FIRST` with which seed to begin.
+TEST(RandomRoundTrip, FilesHoldTheScenes)
+{
+    const std::uint32_t first = NumberOf("TQ4X_ROUND_TRIP_FIRST", 1);
+    const std::uint32_t count = NumberOf("TQ4X_ROUND_TRIP_SEEDS", 60);
+    for (std::uint32_t seed = first; seed < first + count; ++seed) {
+        const ToolInstallation tool;
+        const RandomScene scene(seed);
+        RunRoundTrip("seed " + std::to_string(seed), scene.Settings(), scene.Pictures());
+    }
+}
+
+} // namespace
+} // namespace tq4x::test

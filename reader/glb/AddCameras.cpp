@@ -121,7 +121,7 @@ constexpr std::array<LensRow, 4> PerspectiveRows = {{
     {"znear", [](const Camera& camera) { return Positive(camera.Near); }, {"ProjectionUpdater.Near"}},
     {"zfar",
      [](const Camera& camera) { return std::max(camera.Far, Positive(camera.Near) + LeastDistance); },
-     {"ProjectionUpdater.Far"}},
+     {"ProjectionUpdater.Far", "ProjectionUpdater.Near"}},
 }};
 
 constexpr std::array<LensRow, 4> OrthoRows = {{
@@ -134,7 +134,7 @@ constexpr std::array<LensRow, 4> OrthoRows = {{
     {"znear", [](const Camera& camera) { return std::max(camera.Near, 0.0F); }, {"ProjectionUpdater.Near"}},
     {"zfar",
      [](const Camera& camera) { return std::max(camera.Far, std::max(camera.Near, 0.0F) + LeastDistance); },
-     {"ProjectionUpdater.Far"}},
+     {"ProjectionUpdater.Far", "ProjectionUpdater.Near"}},
 }};
 
 std::span<const LensRow> RowsOf(const Camera& camera)

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
+#include <cmath>
 #include <functional>
+#include <limits>
 
 namespace tq4x::reader
 {
@@ -28,6 +31,13 @@ void AppendLittleEndian(std::string& bytes, std::uint32_t value, std::size_t siz
     }
 }
 
+/// JSON has no word for what single precision can't hold.
+float Finite(float value)
+{
+    constexpr float Largest = std::numeric_limits<float>::max();
+    return std::isnan(value) ? 0 : std::clamp(value, -Largest, Largest);
+}
+
 void Pad(std::string& bytes, char filling)
 {
     bytes.resize((bytes.size() + 3) / 4 * 4, filling);
@@ -39,11 +49,11 @@ void AddBounds(Json& accessor, std::span<const float> values, std::size_t compon
     Json smallest = Json::array();
     Json largest = Json::array();
     for (std::size_t k = 0; k < components; ++k) {
-        float low = values[k];
-        float high = values[k];
+        float low = Finite(values[k]);
+        float high = low;
         for (std::size_t i = k; i < values.size(); i += components) {
-            low = std::min(low, values[i]);
-            high = std::max(high, values[i]);
+            low = std::min(low, Finite(values[i]));
+            high = std::max(high, Finite(values[i]));
         }
         smallest.push_back(static_cast<double>(low));
         largest.push_back(static_cast<double>(high));
@@ -57,7 +67,7 @@ void AddBounds(Json& accessor, std::span<const float> values, std::size_t compon
 double ShortNumber(float value)
 {
     std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), Finite(value)).ptr;
     double number = 0;
     std::from_chars(text.data(), end, number);
     return number == 0 ? 0 : number; // no minus zero
@@ -85,7 +95,7 @@ int GlbWriter::AddFloats(std::span<const float> values, std::size_t components, 
     std::string bytes;
     bytes.reserve(values.size() * sizeof(float));
     for (const float value : values) {
-        AppendLittleEndian(bytes, std::bit_cast<std::uint32_t>(value), sizeof(float));
+        AppendLittleEndian(bytes, std::bit_cast<std::uint32_t>(Finite(value)), sizeof(float));
     }
     Json accessor = {{"bufferView", 0},
                      {"componentType", ComponentFloat},

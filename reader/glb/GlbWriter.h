@@ -14,7 +14,8 @@ namespace tq4x::reader
 /// Keeps the order in which members are added, so that equal input gives equal bytes.
 using Json = nlohmann::ordered_json;
 
-/// The number that a float shows when it is printed as short as it can be: 0.1 instead of 0.10000000149.
+/// The number that a float shows when it is printed as short as it can be: 0.1 instead of 0.10000000149. What
+/// is infinite becomes the largest number, what is none becomes 0.
 [[nodiscard]] double ShortNumber(float value);
 
 /// What the numbers of a buffer view are for.
@@ -39,8 +40,8 @@ public:
     [[nodiscard]] Json& At(std::string_view array, int index);
 
     /// Rows of `components` numbers as an accessor: 1 SCALAR, 2 to 4 VEC2 to VEC4, 16 MAT4. With bounds where
-    /// glTF wants them (positions, key times). The same numbers for the same use are stored once. All must be
-    /// finite and there must be at least one row.
+    /// glTF wants them (positions, key times). The same numbers for the same use are stored once. There must
+    /// be at least one row. Numbers that are not finite change as in `ShortNumber`.
     int AddFloats(std::span<const float> values, std::size_t components, BufferUse use,
                   bool hasBounds = false);
 

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <limits>
+
 #include "glb/GlbWriter.h"
 #include "reader/glb/ReadGlb.h"
 
@@ -85,6 +87,19 @@ TEST(GlbWriter, EqualNumbersOfOneUseAreStoredOnce)
     EXPECT_NE(writer.AddFloats(numbers, 3, BufferUse::Data), first);
     EXPECT_NE(writer.AddFloats(numbers, 3, BufferUse::Vertices, true), first);
     EXPECT_EQ(ParseGlb(writer.Finish()).Root.at("accessors").size(), 5U);
+}
+
+TEST(GlbWriter, NumbersAreFinite)
+{
+    constexpr float Largest = std::numeric_limits<float>::max();
+    constexpr float Endless = std::numeric_limits<float>::infinity();
+    GlbWriter writer;
+    const float numbers[] = {Endless, std::numeric_limits<float>::quiet_NaN(), -Endless};
+    writer.AddFloats(numbers, 1, BufferUse::Data, true);
+    const Glb glb = ParseGlb(writer.Finish());
+    EXPECT_THAT(glb.Numbers(0), ElementsAre(Largest, 0, -Largest));
+    EXPECT_EQ(glb.Root.at("accessors").at(0).at("min").at(0), -static_cast<double>(Largest));
+    EXPECT_EQ(Json(ShortNumber(Endless)).dump(), "3.4028235e+38");
 }
 
 TEST(GlbWriter, ExtensionsAreNamedOnce)

@@ -67,7 +67,7 @@ export function makeShapeBox(box) {
 }
 
 const markMaterial = new MeshBasicMaterial({
-  color: 0x1e90ff, transparent: true, opacity: 0.38, depthWrite: false, polygonOffset: true, polygonOffsetFactor: -1,
+  color: 0xff3fa4, transparent: true, opacity: 0.45, depthWrite: false, polygonOffset: true, polygonOffsetFactor: -1,
   polygonOffsetUnits: -1,
 });
 

@@ -100,6 +100,23 @@ TEST_F(DriverOptions, WithoutNodesNothingIsCollected)
     EXPECT_THAT(run.Messages(), ElementsAre("E No effective node")) << "the phase itself says nothing";
 }
 
+TEST_F(DriverOptions, TheAmbientLightIsInEveryExport)
+{
+    const std::vector<std::string> lightsOnly = {"OutputQmdl:false", "OutputQtex:false", "OutputQlgt:true"};
+    {
+        const ExportRun run(lightsOnly);
+        EXPECT_TRUE(run.Succeeded()) << "no node is no failure where no model is wanted";
+        EXPECT_THAT(run.Messages(), IsEmpty());
+        EXPECT_TRUE(run.FileHolds("out.qlgt", "Name=\"AmbientLight\""));
+    }
+    XSI::Host::CreateNurbsSurface({}, "surface");
+    const ExportRun run(lightsOnly);
+    EXPECT_TRUE(run.Succeeded());
+    EXPECT_THAT(run.Messages(), ElementsAre("W Can't export NURBS surface(surface)"));
+    EXPECT_TRUE(run.FileHolds("out.qlgt", "Name=\"AmbientLight\""));
+    EXPECT_THAT(Scene.Host().OpenedViews, IsEmpty()) << "a refused object is no failure";
+}
+
 TEST_F(DriverOptions, AskingForCrossedFilesWritesTheRightOnes)
 {
     const struct

@@ -379,6 +379,30 @@ TEST(ExportDriver, DrivesTheProgressBar)
     EXPECT_FALSE(bar.IsCancelEnabled());
 }
 
+TEST(ExportDriver, TheBarAdvancesByWhatEachPhaseHasToDo)
+{
+    const ToolInstallation tool;
+    SceneBuilder scene;
+    scene.Null("one");
+    scene.Null("two");
+    std::vector<std::string> states;
+    scene.Host().Fill.Progress = [&](const XSI::Host::ProgressState& state) {
+        const std::string line = state.StatusText.substr(0, state.StatusText.find(' ')) + " " +
+                                 std::to_string(state.Value) + " by " + std::to_string(state.Step);
+        if (state.IsVisible && state.Maximum == 10000 && (states.empty() || states.back() != line))
+            states.push_back(line);
+        return false;
+    };
+    const ExportRun run;
+    // Two objects are collected, these and the ambient light converted, one file is written.
+    EXPECT_THAT(states,
+                ElementsAre(" 0 by 1", " 0 by 100", " 0 by 2000", "Collecting 0 by 2000",
+                            "Collecting 2000 by 2000", "Collecting 4000 by 2000", "Collecting 4000 by 1333",
+                            "Converting 4000 by 1333", "Converting 5333 by 1333", "Converting 6666 by 1333",
+                            "Converting 7999 by 1333", "Converting 7999 by 2000", "Generate 7999 by 2000",
+                            "Generate 9999 by 2000", "Generate 10000 by 2000"));
+}
+
 TEST(ExportDriver, MixedScalingRulesAreToldOnce)
 {
     const ToolInstallation tool;

@@ -4,6 +4,7 @@
 #include <xsi_application.h>
 #include <xsi_argumentarray.h>
 #include <xsi_command.h>
+#include <xsi_menu.h>
 #include <xsi_plugin.h>
 
 namespace tq4x::test
@@ -38,6 +39,16 @@ TEST(Registration, ThePluginPresentsItself)
     EXPECT_EQ(TextOf(plugin.GetLabel()), "TQ4X For Pennon");
     EXPECT_EQ(plugin.GetMajor(), 0);
     EXPECT_EQ(plugin.GetMinor(), 5);
+}
+
+TEST(Registration, TheMenuHangsInThatOfFileExports)
+{
+    SceneBuilder scene;
+    LoadLinkedPlugin();
+    const std::vector<XSI::Menu> menus = XSI::Host::RegisteredMenus();
+    ASSERT_EQ(menus.size(), 1u);
+    EXPECT_EQ(TextOf(menus[0].GetName()), "TQ4XForPennon");
+    EXPECT_EQ(XSI::Host::Objects().Find<XSI::Host::MenuObject>(menus[0])->Anchor, 1014);
 }
 
 TEST(Registration, CommandsStandInOrderWithTheirArguments)

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
-#include <optional>
 
 #include <xsi_application.h>
 #include <xsi_parameter.h>
 
+#include "gltf/PageValue.h"
 #include "scene/CustomProperties.h"
 #include "scene/Session.h"
 #include "scene/Text.h"
@@ -31,49 +29,6 @@ constexpr std::array<std::string_view, 3> UserDataKinds = {"string", "integer", 
 XSI::CRef Root()
 {
     return XSI::CRef::FromObjectID(Host::Session::Current().Root);
-}
-
-template<class Number>
-std::optional<Number> ReadWhole(const std::string& text)
-{
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool isWhole = error == std::errc() && end == text.data() + text.size();
-    return isWhole ? std::optional(number) : std::nullopt;
-}
-
-/// A text as a value of a type; empty if it is none.
-XSI::CValue ReadValue(const std::string& text, XSI::CValue::DataType type)
-{
-    switch (type) {
-    case XSI::CValue::siBool:
-        if (text == "true" || text == "1") {
-            return true;
-        }
-        return text == "false" || text == "0" ? XSI::CValue(false) : XSI::CValue();
-    case XSI::CValue::siInt4: {
-        const auto number = ReadWhole<LONG>(text);
-        return number ? XSI::CValue(*number) : XSI::CValue();
-    }
-    case XSI::CValue::siString:
-        return Host::FromUtf8(text);
-    default: {
-        const auto number = ReadWhole<double>(text);
-        return number && std::isfinite(*number) ? XSI::CValue(*number) : XSI::CValue();
-    }
-    }
-}
-
-const char* WordFor(XSI::CValue::DataType type)
-{
-    switch (type) {
-    case XSI::CValue::siBool:
-        return "true or false";
-    case XSI::CValue::siInt4:
-        return "a whole number";
-    default:
-        return "a number";
-    }
 }
 
 std::string RangeOf(const XSI::Parameter& parameter)
@@ -180,10 +135,10 @@ std::string PageEditor::Set(const std::string& parameter, const std::string& tex
     Host::PropertyPage& page = PageOf(type);
     const XSI::Parameter target =
         XSI::CustomProperty(page.GetProperties().GetItem(0)).GetParameter(Host::FromUtf8(parameter));
-    const XSI::CValue value = ReadValue(text, target.GetValueType());
+    const XSI::CValue value = gltf::ReadPageValue(text, target.GetValueType());
     if (value.IsEmpty()) {
-        return "The value of " + parameter + " must be " + WordFor(target.GetValueType()) + ", not \"" +
-               text + "\".";
+        return "The value of " + parameter + " must be " +
+               std::string(gltf::PageValueKind(target.GetValueType())) + ", not \"" + text + "\".";
     }
     if (IsOutside(target, value)) {
         return "The value of " + parameter + " must be from " + RangeOf(target) + ", not " + text + ".";

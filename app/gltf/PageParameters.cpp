@@ -1,5 +1,6 @@
 #include "gltf/PageParameters.h"
 
+#include <cmath>
 #include <vector>
 
 #include <xsi_customproperty.h>
@@ -7,6 +8,7 @@
 #include <xsi_parameter.h>
 
 #include "gltf/NearestWord.h"
+#include "gltf/PageValue.h"
 #include "scene/CreateParameters.h"
 #include "scene/CustomProperties.h"
 #include "scene/PluginLoader.h"
@@ -22,8 +24,20 @@ namespace Host = XSI::Host;
 
 constexpr std::string_view OurPrefix = "TQ4X_ForPennon";
 
-/// A JSON value as one of the host's; empty for lists and objects.
-XSI::CValue ToHostValue(const JsonValue& value)
+/// Lists of texts are parted by both line end characters on the pages; programs that write scenes mostly have
+/// the line feed alone.
+std::string WithWholeLineEnds(std::string_view text)
+{
+    std::string whole;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool isAlone = text[at] == '\n' && (at == 0 || text[at - 1] != '\r');
+        whole += isAlone ? "\r\n" : std::string(1, text[at]);
+    }
+    return whole;
+}
+
+/// A JSON value as one of the host's for a parameter of this type; empty where it is none.
+XSI::CValue ToHostValue(const JsonValue& value, XSI::CValue::DataType type)
 {
     if (const bool* const flag = std::get_if<bool>(&value.Content)) {
         return *flag;
@@ -35,13 +49,14 @@ XSI::CValue ToHostValue(const JsonValue& value)
         return *number;
     }
     const std::string* const text = value.String();
-    return text != nullptr ? XSI::CValue(Host::FromUtf8(*text)) : XSI::CValue();
+    return text != nullptr ? ReadPageValue(WithWholeLineEnds(*text), type) : XSI::CValue();
 }
 
-bool IsNumber(const JsonValue& value)
+/// Why a parameter of this type does not hold just this number.
+std::string WhyChanged(double number, XSI::CValue::DataType type)
 {
-    return std::holds_alternative<std::int64_t>(value.Content) ||
-           std::holds_alternative<double>(value.Content);
+    const bool isOfItsKind = type != XSI::CValue::siBool && std::trunc(number) == number;
+    return isOfItsKind ? "is out of range" : "must be " + std::string(PageValueKind(type));
 }
 
 } // namespace
@@ -96,12 +111,15 @@ std::string PageParameters::Set(const XSI::SceneItem& owner, const std::string& 
         property = Host::AddDefinedProperty(owner, type, type).GetRef();
     }
     XSI::Parameter target = XSI::ProjectItem(property).GetParameter(Host::FromUtf8(parameter));
-    const XSI::CValue wanted = ToHostValue(value);
+    const XSI::CValue::DataType kind = target.GetValueType();
+    const XSI::CValue wanted = ToHostValue(value, kind);
     if (wanted.IsEmpty() || !target.PutValue(wanted).Succeeded()) {
-        return "The value of " + parameter + " does not suit it.";
+        return "The value of " + parameter + " must be " + std::string(PageValueKind(kind)) +
+               (value.String() != nullptr ? ", not \"" + *value.String() + "\"." : ".");
     }
-    if (IsNumber(value) && static_cast<double>(target.GetValue()) != static_cast<double>(wanted)) {
-        return "The value of " + parameter + " is out of range; " +
+    const bool isNumber = wanted.GetType() != XSI::CValue::siString;
+    if (isNumber && static_cast<double>(target.GetValue()) != static_cast<double>(wanted)) {
+        return "The value of " + parameter + " " + WhyChanged(wanted, kind) + "; " +
                Host::ToUtf8(target.GetValue().GetAsText()) + " is used.";
     }
     return {};

@@ -327,10 +327,71 @@ TEST_F(SceneMaterialsTest, CustomPropertiesThatDoNotFitAreTold)
                   "n: No page has the parameter TQ4X_ForPennonBillboardTipe; did you mean "
                   "TQ4X_ForPennonBillboardType?",
                   "n: The value of TQ4X_ForPennonBillboardType is out of range; 6 is used.",
-                  "n: The value of TQ4X_ForPennonSomeFlag does not suit it.",
+                  "n: The value of TQ4X_ForPennonSomeFlag must be true or false.",
                   "n: The parameter TQ4X_ForPennonMatAttrCullFace has no place here; it is passed over.",
-                  "o: The value of TQ4X_ForPennonBillboardType does not suit it.",
+                  "o: The value of TQ4X_ForPennonBillboardType must be a whole number, not \"x\".",
               }));
+}
+
+TEST_F(SceneMaterialsTest, CustomPropertiesOfAnotherTypeAreTakenWhereTheyCanBe)
+{
+    const struct
+    {
+        const char* Member; ///< without the prefix of its name
+        double Billboard;
+        double Flag;
+        const char* Remark;
+    } cases[] = {
+        {R"(BillboardType":"4")", 4, 0, ""},
+        {R"(BillboardType":true)", 1, 0, ""},
+        {R"(BillboardType":4.0)", 4, 0, ""},
+        {R"(SomeFlag":1)", 0, 1, ""},
+        {R"(SomeFlag":"True")", 0, 1, ""},
+        {R"(SomeFlag":"false")", 0, 0, ""},
+        {R"(BillboardType":3.7)", 3, 0, "BillboardType must be a whole number; 3 is used."},
+        {R"(BillboardType":-1)", 0, 0, "BillboardType is out of range; 0 is used."},
+        {R"(BillboardType":1e300)", 6, 0, "BillboardType is out of range; 6 is used."},
+        {R"(BillboardType":4294967299)", 6, 0, "BillboardType is out of range; 6 is used."},
+        {R"(BillboardType":"9")", 6, 0, "BillboardType is out of range; 6 is used."},
+        {R"(BillboardType":"4th")", 0, 0, "BillboardType must be a whole number, not \"4th\"."},
+        {R"(BillboardType":"")", 0, 0, "BillboardType must be a whole number, not \"\"."},
+        {R"(BillboardType":null)", 0, 0, "BillboardType must be a whole number."},
+        {R"(BillboardType":{"a":1})", 0, 0, "BillboardType must be a whole number."},
+        {R"(SomeFlag":2)", 0, 1, "SomeFlag must be true or false; true is used."},
+        {R"(SomeFlag":"maybe")", 0, 0, "SomeFlag must be true or false, not \"maybe\"."},
+    };
+
+    for (const auto& row : cases) {
+        XSI::Host::Session::Current().Reset();
+        FakePages::Load();
+        MustOpen(
+            WithAsset(R"("nodes":[{"name":"n","extras":{"TQ4X_ForPennon)" + std::string(row.Member) + "}}]"));
+        const XSI::Property page = XSI::Host::FindProperty(Find("n"), "TQ4X_ForPennonBillboardProp");
+        EXPECT_EQ(Number(page, "TQ4X_ForPennonBillboardType"), row.Billboard) << row.Member;
+        EXPECT_EQ(Number(page, "TQ4X_ForPennonSomeFlag"), row.Flag) << row.Member;
+        const std::string remark = row.Remark;
+        EXPECT_EQ(Remarks(), remark.empty()
+                                 ? std::vector<std::string>()
+                                 : std::vector<std::string>{"n: The value of TQ4X_ForPennon" + remark})
+            << row.Member;
+    }
+}
+
+TEST_F(SceneMaterialsTest, ListsOfUserDataMayHaveLineFeedsAlone)
+{
+    const auto listOf = [&](const std::string& value) {
+        XSI::Host::Session::Current().Reset();
+        FakePages::Load();
+        MustOpen(WithAsset(R"("nodes":[{"name":"n","extras":{"TQ4X_ForPennonUserDataParamNameList":)" +
+                           value + "}}]"));
+        return XSI::Host::ToUtf8(XSI::Host::FindProperty(Find("n"), "TQ4X_ForPennonUserDataProp")
+                                     .GetParameterValue("TQ4X_ForPennonUserDataParamNameList")
+                                     .GetAsText());
+    };
+    EXPECT_EQ(listOf(R"("a\nb")"), "a\r\nb");
+    EXPECT_EQ(listOf(R"("\na\n\nb\n")"), "\r\na\r\n\r\nb\r\n");
+    EXPECT_EQ(listOf(R"("a\rb\r\nc")"), "a\rb\r\nc") << "lines of one item stay";
+    EXPECT_EQ(listOf("5"), "5");
 }
 
 TEST_F(SceneMaterialsTest, WithoutAPluginMarksAreTold)

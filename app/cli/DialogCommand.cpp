@@ -3,11 +3,13 @@
 #include <xsi_ppglayout.h>
 
 #include <filesystem>
+#include <fstream>
 #include <memory>
 
 #include "cli/Command.h"
 #include "cli/HostConnection.h"
 #include "cli/PluginFile.h"
+#include "cli/ReadSettings.h"
 #include "cli/ToolFolder.h"
 #include "scene/PluginLoader.h"
 #include "scene/PropertyPage.h"
@@ -104,20 +106,36 @@ bool PressFileButton(Host::PropertyPage& page, const char* button, std::string& 
     return console.CountOf(Severity::Error) == errors;
 }
 
+/// Says more about a file that could not be loaded than the plug-in does.
+void ExplainUnread(const std::string& file, Console& console)
+{
+    const std::string problem = ReadSettings(file).Error;
+    if (!problem.empty()) {
+        console.Error(problem);
+    }
+}
+
+/// Whether a file is there and may be written, which the plug-in passes over in silence where it may not.
+bool IsWritable(const std::string& file)
+{
+    std::error_code error;
+    return std::filesystem::exists(file, error) && std::ofstream(file, std::ios::app).is_open();
+}
+
 /// What the options want done on the page, in the order of its buttons.
 ExitCode UsePage(Host::PropertyPage& page, const Arguments& arguments, Console& console)
 {
     if (auto file = arguments.Value("--load");
         file && !PressFileButton(page, "LoadOptions", *file, console)) {
+        ExplainUnread(*file, console);
         return BadInput;
     }
     auto target = arguments.Value("--save");
     if (target && !PressFileButton(page, "SaveOptions", *target, console)) {
         return BadOutput;
     }
-    std::error_code error;
-    if (target && !target->empty() && !std::filesystem::exists(*target, error)) {
-        console.Error("The file " + *target + " can't be written."); // the plug-in says nothing about it
+    if (target && !target->empty() && !IsWritable(*target)) {
+        console.Error("The file " + *target + " can't be written.");
         return BadOutput;
     }
     return Done;

@@ -129,9 +129,22 @@ TEST_F(DialogCommandTest, LoadsAndSavesByTheFilesOfItsOptions)
     EXPECT_EQ(saved, options);
     const Outcome missing = Run({"dialog", Path("marked.gltf"), "--load", Path("missing.q3es")});
     EXPECT_EQ(missing.Code, BadInput);
-    EXPECT_THAT(missing.Err, HasSubstr(Path("missing.q3es")));
+    EXPECT_THAT(missing.Err, HasSubstr("error: Internal Error(" + Path("missing.q3es") +
+                                       ")\nerror: The file " + Path("missing.q3es") + " does not exist.\n"));
     EXPECT_EQ(missing.Out, "");
-    EXPECT_EQ(Run({"dialog", Path("marked.gltf"), "--save", Path("no/new.q3es")}).Code, BadOutput);
+    const Outcome wrong = Run({"dialog", Path("marked.gltf"), "--load", Path("marked.gltf")});
+    EXPECT_EQ(wrong.Code, BadInput);
+    EXPECT_THAT(wrong.Err, HasSubstr("error: The file " + Path("marked.gltf") + " is no settings file.\n"));
+}
+
+TEST_F(DialogCommandTest, TellsASettingsFileThatCantBeWritten)
+{
+    for (const std::string& target : {Path("no/new.q3es"), Path("."), Path("marked.gltf/new.q3es")}) {
+        const Outcome outcome = Run({"dialog", Path("marked.gltf"), "--save", target});
+        EXPECT_EQ(outcome.Code, BadOutput) << target;
+        EXPECT_THAT(outcome.Err, HasSubstr("error: The file " + target + " can't be written.\n"));
+        EXPECT_EQ(outcome.Out, "");
+    }
 }
 
 TEST_F(DialogCommandTest, AsksForFilesOnATerminal)

@@ -9,15 +9,33 @@ namespace tq4x::gltf
 namespace
 {
 
+/// The letter of the short escape of a character; 0 if it has none.
+char EscapeLetter(char c)
+{
+    switch (c) {
+    case '"':
+    case '\\':
+        return c;
+    case '\n':
+        return 'n';
+    case '\r':
+        return 'r';
+    case '\t':
+        return 't';
+    default:
+        return '\0';
+    }
+}
+
 void AppendEscaped(std::string& out, std::string_view text)
 {
     static constexpr char Digits[] = "0123456789abcdef";
     out += '"';
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
+        if (const char letter = EscapeLetter(c); letter != '\0') {
             out += '\\';
-            out += c;
+            out += letter;
         } else if (byte < 0x20) {
             out += "\\u00";
             out += Digits[byte >> 4];

@@ -70,7 +70,7 @@ TEST(EditExtrasTest, ChangesAndAddsSeveral)
                                              {"b", JsonValue{0.5}},
                                              {"last", JsonValue{false}}};
     EXPECT_EQ(EditExtras(R"({"nodes":[{"extras":{"b":1,"y":2,"z":3}}]})", {"nodes", 0}, members),
-              R"({"nodes":[{"extras":{"b":0.5,"y":2,"z":"\"\u000a","new":true,"last":false}}]})");
+              R"({"nodes":[{"extras":{"b":0.5,"y":2,"z":"\"\n","new":true,"last":false}}]})");
 }
 
 TEST(EditExtrasTest, RefusesWhatCantBeEdited)

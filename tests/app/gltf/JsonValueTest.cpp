@@ -91,8 +91,15 @@ TEST(JsonValueTest, FormatsWithIndents)
 
 TEST(JsonValueTest, FormattedTextReadsBackEqual)
 {
-    const char* const texts[] = {
-        "null", "0.1", "-1e-300", "123456789012345678", "[[]]", R"({"\u0007":1})", "1e22", R"(["ä/\\"])"};
+    const char* const texts[] = {"null",
+                                 "0.1",
+                                 "-1e-300",
+                                 "123456789012345678",
+                                 "[[]]",
+                                 R"({"\u0007":1})",
+                                 R"(["\"\\\n\r\t\u0008"])",
+                                 "1e22",
+                                 R"(["ä/\\"])"};
     for (const char* const text : texts) {
         const JsonValue value = ParseJson(text);
         EXPECT_EQ(ParseJson(FormatJson(value)), value) << text;

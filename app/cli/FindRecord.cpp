@@ -52,18 +52,30 @@ std::vector<std::size_t> FindMaterials(const gltf::Document& document, std::stri
     return found;
 }
 
-std::string UnknownName(const gltf::Document& document, const std::string& name)
+/// The kinds that a name may mean.
+struct WantedKinds
+{
+    bool Nodes = true;
+    bool Materials = true;
+};
+
+std::string WordsFor(const WantedKinds& wanted)
+{
+    return wanted.Nodes && wanted.Materials ? "object or material" : wanted.Nodes ? "object" : "material";
+}
+
+std::string UnknownName(const gltf::Document& document, const std::string& name, const WantedKinds& wanted)
 {
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < document.Nodes.size(); ++i) {
+    for (std::size_t i = 0; wanted.Nodes && i < document.Nodes.size(); ++i) {
         names.push_back(gltf::NodeName(document, i));
     }
-    for (const gltf::Material& material : document.Materials) {
-        names.push_back(material.Name);
+    for (std::size_t i = 0; wanted.Materials && i < document.Materials.size(); ++i) {
+        names.push_back(document.Materials[i].Name);
     }
     const std::vector<std::string_view> words(names.begin(), names.end());
     const std::string_view nearest = FindNearestWord(name, words);
-    return "The scene has no object or material \"" + name + "\"" +
+    return "The scene has no " + WordsFor(wanted) + " \"" + name + "\"" +
            (nearest.empty() ? "." : "; did you mean \"" + std::string(nearest) + "\"?");
 }
 
@@ -75,11 +87,23 @@ bool HasMaterial(const gltf::Document& document, const gltf::Node& node)
            });
 }
 
+/// What the extras of a node say after those of its mesh, which count for it too.
+gltf::JsonValue ExtrasOf(const gltf::Document& document, const gltf::Node& node)
+{
+    const gltf::JsonObject* const own = node.Extras.Object();
+    const gltf::JsonObject* const shared = node.Mesh ? document.Meshes[*node.Mesh].Extras.Object() : nullptr;
+    gltf::JsonObject members = shared != nullptr ? *shared : gltf::JsonObject();
+    for (const gltf::JsonMember& member : own != nullptr ? *own : gltf::JsonObject()) {
+        members.push_back(member);
+    }
+    return members;
+}
+
 FoundRecord RecordOf(const gltf::Document& document, std::size_t index, bool isMaterial)
 {
     FoundRecord record;
     record.Place = {isMaterial ? "materials" : "nodes", index};
-    record.Extras = isMaterial ? document.Materials[index].Extras : document.Nodes[index].Extras;
+    record.Extras = isMaterial ? document.Materials[index].Extras : ExtrasOf(document, document.Nodes[index]);
     record.HasMaterial = isMaterial || HasMaterial(document, document.Nodes[index]);
     record.IsMaterial = isMaterial;
     return record;
@@ -96,21 +120,21 @@ FoundRecord Refuse(std::string error)
 
 FoundRecord FindRecord(const gltf::Document& document, const std::string& name)
 {
-    const bool wantsNode = name.starts_with(NodePrefix);
-    const bool wantsMaterial = name.starts_with(MaterialPrefix);
-    const std::string bare = name.substr(wantsNode       ? NodePrefix.size()
-                                         : wantsMaterial ? MaterialPrefix.size()
-                                                         : 0);
+    const WantedKinds wanted{.Nodes = !name.starts_with(MaterialPrefix),
+                             .Materials = !name.starts_with(NodePrefix)};
+    const std::string bare = name.substr(!wanted.Materials ? NodePrefix.size()
+                                         : !wanted.Nodes   ? MaterialPrefix.size()
+                                                           : 0);
     std::vector<std::size_t> found;
-    if (!wantsMaterial) {
+    if (wanted.Nodes) {
         found = FindNodes(document, bare);
     }
-    const bool isMaterial = found.empty() && !wantsNode;
+    const bool isMaterial = found.empty() && wanted.Materials;
     if (isMaterial) {
         found = FindMaterials(document, bare);
     }
     if (found.empty()) {
-        return Refuse(UnknownName(document, bare));
+        return Refuse(UnknownName(document, bare, wanted));
     }
     if (found.size() > 1) {
         return Refuse("The scene has " + std::to_string(found.size()) +

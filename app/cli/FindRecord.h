@@ -12,7 +12,7 @@ namespace tq4x::cli
 struct FoundRecord
 {
     gltf::RecordPlace Place;
-    gltf::JsonValue Extras;
+    gltf::JsonValue Extras;   ///< of a node with those of its mesh before them, so that a key may stand twice
     bool HasMaterial = false; ///< it is a material, or a node with a mesh that has one
     bool IsMaterial = false;
     std::string Error;

@@ -78,13 +78,17 @@ NamePlace FindName(const std::string& names, const std::string& name)
     return place;
 }
 
-/// "\n" becomes a line end.
-std::string ReadLines(std::string text)
+/// "\n" becomes a line end, "\\" a backslash.
+std::string ReadLines(std::string_view text)
 {
-    for (std::size_t at = text.find("\\n"); at != std::string::npos; at = text.find("\\n", at + 1)) {
-        text.replace(at, 2, "\n");
+    std::string lines;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::string_view pair = text.substr(at, 2);
+        const bool isEscape = pair == "\\n" || pair == "\\\\";
+        lines += pair == "\\n" ? '\n' : text[at];
+        at += isEscape ? 1 : 0;
     }
-    return text;
+    return lines;
 }
 
 } // namespace
@@ -143,7 +147,7 @@ std::string PageEditor::Set(const std::string& parameter, const std::string& tex
     if (IsOutside(target, value)) {
         return "The value of " + parameter + " must be from " + RangeOf(target) + ", not " + text + ".";
     }
-    if (page.Set(parameter, value) != XSI::CStatus::OK || page.Get(parameter) != value) {
+    if (!gltf::PageParameters::IsMark(parameter) || page.Set(parameter, value) != XSI::CStatus::OK) {
         return "The page works " + parameter + " itself; it can't be set.";
     }
     m_changed.push_back(parameter);

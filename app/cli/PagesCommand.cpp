@@ -10,8 +10,10 @@
 #include "cli/Command.h"
 #include "cli/FindObject.h"
 #include "cli/HostConnection.h"
+#include "cli/ListMarks.h"
 #include "cli/PluginFile.h"
 #include "cli/ToolFolder.h"
+#include "gltf/PageParameters.h"
 #include "scene/PluginLoader.h"
 #include "scene/Text.h"
 
@@ -26,13 +28,6 @@ constexpr OptionSpec Specs[] = {
     {"--asset-root", 0, "DIR", "allow files of the scene anywhere below this folder"},
     {"--plugin", 0, "FILE", "load this plug-in; default: $TQ4X_PLUGIN, else the one beside the program"},
 };
-
-/// Parameters that only work a page: searches, buttons and lists of what is selected.
-bool IsForWorking(const std::string& parameter)
-{
-    return parameter.find("Search") != std::string::npos || parameter.find("Button") != std::string::npos ||
-           parameter.find("SelectList") != std::string::npos;
-}
 
 /// A value in one line: line ends are written as in a program.
 std::string LineOf(const XSI::CValue& value)
@@ -50,7 +45,8 @@ class PagePrinter
 public:
     PagePrinter(std::string title, Console& console) : m_title(std::move(title)), m_console(console) {}
 
-    void Print(const XSI::SceneItem& item)
+    /// Whether there was anything to print.
+    bool Print(const XSI::SceneItem& item)
     {
         const XSI::CRefArray properties = item.GetProperties();
         for (LONG i = 0; i < properties.GetCount(); ++i) {
@@ -61,6 +57,7 @@ public:
                 PrintPage(type, property);
             }
         }
+        return m_isTitled;
     }
 
 private:
@@ -79,7 +76,7 @@ private:
         for (LONG i = 0; i < parameters.GetCount(); ++i) {
             const XSI::Parameter parameter(parameters[i]);
             const std::string name = Host::ToUtf8(parameter.GetScriptName());
-            if (!IsForWorking(name)) {
+            if (gltf::PageParameters::IsMark(name)) {
                 m_console.Result("    " + name + " = " + MakePrintable(LineOf(parameter.GetValue())));
             }
         }
@@ -91,28 +88,31 @@ private:
     bool m_isTitled = false;
 };
 
-void PrintObjects(Console& console)
+bool PrintObjects(Console& console)
 {
     const XSI::Model root = XSI::Application().GetActiveSceneRoot();
     const XSI::CRefArray objects =
         root.FindChildren(XSI::CString(), XSI::CString(), XSI::CStringArray(), true);
-    PagePrinter("the scene", console).Print(root);
+    bool isAny = PagePrinter("the scene", console).Print(root);
     for (LONG i = 0; i < objects.GetCount(); ++i) {
-        PagePrinter("object " + PathOf(objects[i]), console).Print(objects[i]);
+        isAny |= PagePrinter("object " + PathOf(objects[i]), console).Print(objects[i]);
     }
+    return isAny;
 }
 
-void PrintMaterials(Console& console)
+bool PrintMaterials(Console& console)
 {
+    bool isAny = false;
     const XSI::CRefArray libraries =
         XSI::Application().GetActiveProject().GetActiveScene().GetMaterialLibraries();
     for (LONG i = 0; i < libraries.GetCount(); ++i) {
         const XSI::CRefArray materials = XSI::MaterialLibrary(libraries[i]).GetItems();
         for (LONG k = 0; k < materials.GetCount(); ++k) {
             const XSI::SceneItem material(materials[k]);
-            PagePrinter("material " + Host::ToUtf8(material.GetName()), console).Print(material);
+            isAny |= PagePrinter("material " + Host::ToUtf8(material.GetName()), console).Print(material);
         }
     }
+    return isAny;
 }
 
 ExitCode RunPages(const Arguments& arguments, Console& console)
@@ -126,20 +126,33 @@ ExitCode RunPages(const Arguments& arguments, Console& console)
     gltf::SceneOptions options;
     options.AssetRoot = arguments.Value("--asset-root").value_or("");
     const HostConnection connection(console, options);
+    if (arguments.Positionals.empty()) {
+        ListMarks(console);
+        return Done;
+    }
     const gltf::OpenedScene scene = gltf::OpenScene(arguments.Positionals[0], options);
     TellRemarks(scene.Remarks, console);
     if (scene.Status != gltf::SceneStatus::Open) {
         console.Tell(Severity::Error, arguments.Positionals[0], scene.Error);
         return BadInput;
     }
-    PrintObjects(console);
-    PrintMaterials(console);
+    const bool hasMarkedObjects = PrintObjects(console);
+    const bool hasMarkedMaterials = PrintMaterials(console);
+    if (!hasMarkedObjects && !hasMarkedMaterials) {
+        console.Hint("Nothing in the scene is marked; \"tq4x pages\" alone lists the marks that there are.");
+    }
     return Done;
 }
 
 } // namespace
 
-const Command PagesCommand = {
-    "pages", "SCENE", 1, 1, "Lists how objects and materials are marked for the exporter.", Specs, RunPages};
+const Command PagesCommand = {"pages",
+                              "[SCENE]",
+                              0,
+                              1,
+                              "Lists how objects and materials are marked for the exporter; without a scene, "
+                              "the marks that there are.",
+                              Specs,
+                              RunPages};
 
 } // namespace tq4x::cli

@@ -1,5 +1,6 @@
 #include "gltf/PageParameters.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -89,6 +90,15 @@ bool PageParameters::IsOurs(const std::string& parameter)
     return parameter.starts_with(OurPrefix);
 }
 
+bool PageParameters::IsMark(std::string_view parameter)
+{
+    constexpr std::string_view Workings[] = {
+        "Search", "Button", "SelectList", "RenderPriorityList", "UserDataItem", "UserDataParamList"};
+    return std::ranges::none_of(Workings, [&](std::string_view working) {
+        return parameter.find(working) != std::string_view::npos;
+    });
+}
+
 bool PageParameters::IsForMaterials(const std::string& type)
 {
     return type == "TQ4X_ForPennonMaterialAttrProp" || type == "TQ4X_ForPennonRenderPriorityProp";
@@ -97,10 +107,21 @@ bool PageParameters::IsForMaterials(const std::string& type)
 std::string PageParameters::FindNearest(const std::string& parameter) const
 {
     std::vector<std::string_view> names;
+    std::vector<std::string_view> shortNames;
     for (const auto& [name, type] : m_types) {
-        names.push_back(name);
+        if (IsMark(name)) {
+            names.push_back(name);
+            shortNames.push_back(std::string_view(name).substr(OurPrefix.size()));
+        }
     }
-    return std::string(FindNearestWord(parameter, names));
+    const std::string_view whole = IsOurs(parameter) ? std::string_view() : FindNearestWord(parameter, names);
+    if (!whole.empty()) {
+        return std::string(whole);
+    }
+    // The prefix is so long that names which share nothing else would be near each other.
+    const std::string rest = parameter.substr(IsOurs(parameter) ? OurPrefix.size() : 0);
+    const std::string_view nearest = FindNearestWord(rest, shortNames);
+    return nearest.empty() ? std::string() : std::string(OurPrefix).append(nearest);
 }
 
 std::string PageParameters::Set(const XSI::SceneItem& owner, const std::string& type,

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 
 #include <xsi_sceneitem.h>
 
@@ -23,10 +24,14 @@ public:
     /// Whether parameters of this name are ours, known or not.
     [[nodiscard]] static bool IsOurs(const std::string& parameter);
 
+    /// Whether a parameter marks what it is on, and does not just work its page: searches, buttons, and lists
+    /// of what is selected.
+    [[nodiscard]] static bool IsMark(std::string_view parameter);
+
     /// Whether the property sits on materials and not on objects.
     [[nodiscard]] static bool IsForMaterials(const std::string& type);
 
-    /// The known parameter whose name is nearest.
+    /// The mark whose name is nearest; the prefix that all share may be missing.
     [[nodiscard]] std::string FindNearest(const std::string& parameter) const;
 
     /// Sets a parameter on the owner's property of the type, which is added if it is missing. Answers a

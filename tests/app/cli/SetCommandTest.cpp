@@ -6,8 +6,10 @@
 #include "MarkedScene.h"
 #include "cli/FindObject.h"
 #include "cli/PluginFile.h"
+#include "gltf/JsonValue.h"
 #include "gltf/OpenScene.h"
 #include "scene/Text.h"
+#include "support/Golden.h"
 #include "support/PageDriver.h"
 
 namespace tq4x::cli::test
@@ -131,9 +133,32 @@ TEST_F(SetCommandTest, RefusesWhatCantBeSetAndLeavesTheFile)
         {"bodi",
          {"TQ4X_ForPennonBillboardType=1"},
          "The scene has no object or material \"bodi\"; did you mean \"body\"?"},
-        {"material:body",
+        {"material:body", {"TQ4X_ForPennonBillboardType=1"}, "The scene has no material \"body\"."},
+        {"material:reb",
          {"TQ4X_ForPennonBillboardType=1"},
-         "The scene has no object or material \"body\"; did you mean \"body\"?"},
+         "The scene has no material \"reb\"; did you mean \"red\"?"},
+        {"node:red", {"TQ4X_ForPennonBillboardType=1"}, "The scene has no object \"red\"."},
+        {"body",
+         {"BillboardType=1"},
+         "No page has the parameter \"BillboardType\"; did you mean \"TQ4X_ForPennonBillboardType\"?"},
+        {"body",
+         {"forceexportkeyscale=1"},
+         "No page has the parameter \"forceexportkeyscale\"; did you mean "
+         "\"TQ4X_ForPennonForceExportKeyScale\"?"},
+        {"body", {"TQ4X_ForPennonX=1"}, "No page has the parameter \"TQ4X_ForPennonX\"."},
+        {"body",
+         {"TQ4X_ForPennonUserDataItemName=x"},
+         "User data is set by --user-data NAME:TYPE=VALUE, not by TQ4X_ForPennonUserDataItemName."},
+        {"body",
+         {"TQ4X_ForPennonSearchYBillboard=true"},
+         "The page works TQ4X_ForPennonSearchYBillboard itself; it can't be set."},
+        {"body",
+         {"TQ4X_ForPennonRenderPriorityListSelect=1"},
+         "The page works TQ4X_ForPennonRenderPriorityListSelect itself; it can't be set."},
+        {"body", {"TQ4X_ForPennonBillboardType=1", "-o", ""}, "The option --output must name a file."},
+        {"body",
+         {"TQ4X_ForPennonBillboardType=1", "-o", "other.glb"},
+         "The scene is a .gltf file and stays one; --output must not end in .glb."},
         {"arm/body", {"TQ4X_ForPennonBillboardType=1"}, "The scene has no object or material \"arm/body\"."},
     };
 
@@ -170,6 +195,62 @@ TEST_F(SetCommandTest, SetsUserData)
     EXPECT_THAT(pages.Out, HasSubstr(R"(UserDataParamNameList = "speed\r\nlabel\r\nmass")"));
     EXPECT_THAT(pages.Out, HasSubstr(R"(UserDataParamTypeList = "Integer\r\nString\r\nFloat")"));
     EXPECT_THAT(pages.Out, HasSubstr(R"(UserDataParamValueList = "7\r\na=b:c\r\n0.5")"));
+    EXPECT_THAT(pages.Out, Not(HasSubstr("UserDataParamList"))) << "the chosen row is no mark";
+}
+
+TEST_F(SetCommandTest, ReadsEscapesInUserData)
+{
+    const Outcome outcome = Set("arm", {"--user-data", R"(path:string=c:\\new\\\n\t\)"});
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    const gltf::JsonValue written = gltf::ParseJson(Read("marked.gltf"));
+    const gltf::JsonValue& arm = (*written.Find("nodes")->Array())[1];
+    EXPECT_EQ(*arm.Find("extras")->Find("TQ4X_ForPennonUserDataParamValueList")->String(),
+              "c:\\new\\\r\\t\\");
+}
+
+TEST_F(SetCommandTest, AddsUserDataToThatOfTheMesh)
+{
+    std::string scene = Read("marked.gltf");
+    const std::string mesh = R"("meshes":[{)";
+    scene.insert(scene.find(mesh) + mesh.size(), R"("extras":{"TQ4X_ForPennonUserDataParamNameList":"a",)"
+                                                 R"("TQ4X_ForPennonUserDataParamTypeList":"Integer",)"
+                                                 R"("TQ4X_ForPennonUserDataParamValueList":"1"},)");
+    Write("marked.gltf", scene);
+    EXPECT_EQ(Set("body", {"--user-data", "b:string=text"}).Code, Done);
+    EXPECT_THAT(Run({"pages", Path("marked.gltf")}).Out, HasSubstr(R"(UserDataParamNameList = "a\r\nb")"));
+}
+
+TEST_F(SetCommandTest, TellsFilesThatAnotherFolderLacks)
+{
+    std::string scene = Read("marked.gltf");
+    const std::size_t start = scene.find("data:");
+    scene.replace(start, scene.find('"', start) - start, "body.bin");
+    Write("marked.gltf", scene);
+    Write("body.bin", std::string(36, '\0'));
+    std::filesystem::create_directory(Folder / "other");
+    const std::string target = Path("other/marked.gltf");
+    EXPECT_EQ(Set("body", {"TQ4X_ForPennonBillboardType=1", "-o", target}).Err,
+              "warning: " + target +
+                  ": The scene names files beside it, like \"body.bin\"; they were not copied.\n");
+    EXPECT_EQ(Set("body", {"TQ4X_ForPennonBillboardType=1", "-o", Path("beside.gltf")}).Err, "");
+    EXPECT_EQ(Set("body", {"TQ4X_ForPennonBillboardType=1"}).Err, "");
+}
+
+TEST_F(SetCommandTest, ABinarySceneStaysOne)
+{
+    const std::string json = R"({"asset":{"version":"2.0"},"nodes":[{"name":"body"}]})" + std::string(3, ' ');
+    const auto number = [](std::size_t value) {
+        return std::string{static_cast<char>(value), static_cast<char>(value >> 8), '\0', '\0'};
+    };
+    ASSERT_EQ(json.size() % 4, 0u);
+    Write("scene.glb", "glTF" + number(2) + number(20 + json.size()) + number(json.size()) + "JSON" + json);
+    const std::vector<std::string> words = {
+        "set", Path("scene.glb"), "--on", "body", "-o", Path("out.gltf"), "TQ4X_ForPennonBillboardType=2"};
+    EXPECT_EQ(Run(words).Err,
+              "error: The scene is a .glb file and stays one; --output must not end in .gltf.\n");
+    EXPECT_FALSE(std::filesystem::exists(Folder / "out.gltf"));
+    EXPECT_EQ(Run({"set", Path("scene.glb"), "--on", "body", "TQ4X_ForPennonBillboardType=2"}).Code, Done);
+    EXPECT_THAT(Run({"pages", Path("scene.glb")}).Out, HasSubstr("BillboardType = 2"));
 }
 
 TEST_F(SetCommandTest, RefusesUserDataInTheWordsOfThePage)
@@ -247,8 +328,17 @@ TEST_F(PagesCommandTest, ASceneWithoutMarksHasNothingToList)
     const Outcome outcome = Run({"pages", Path("marked.gltf")});
     EXPECT_EQ(outcome.Code, Done);
     EXPECT_EQ(outcome.Out, "");
+    EXPECT_EQ(outcome.Err,
+              "note: Nothing in the scene is marked; \"tq4x pages\" alone lists the marks that there are.\n");
     EXPECT_EQ(Run({"pages", Path("missing.gltf")}).Code, BadInput);
     EXPECT_EQ(RunInside({"pages", Path("marked.gltf"), "--plugin", "/none.so"}).Code, NoPlugin);
+}
+
+TEST_F(PagesCommandTest, WithoutASceneListsTheMarksThatThereAre)
+{
+    const Outcome outcome = Run({"pages"});
+    EXPECT_EQ(outcome.Code, Done) << outcome.Err;
+    tq4x::test::ExpectGolden(outcome.Out, "app/cli/marks.txt");
 }
 
 /// A mark that can be set in three ways: as a custom property in the scene, by the program, by a page.

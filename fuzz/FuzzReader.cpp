@@ -1,6 +1,6 @@
 #include "CheckFiles.h"
-#include "CheckSections.h"
 #include "Summarize.h"
+#include "glb/ConvertToGlb.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -31,20 +31,16 @@ void Use(const Document& document)
                     static_cast<void>(InfluencesOf(shape, set, vertex));
 }
 
-/// Also with findings: the checks must survive the defaults that broken places leave.
-void Check(const Document& document, FindingList& findings)
+/// What the checks let through must be fit to be converted.
+void Convert(const Document& document)
 {
-    if (document.Model)
-        CheckModel(*document.Model, findings);
+    ExportedFiles files;
+    files.Files = {{"fuzz", document}};
     if (document.Texture)
-        CheckTexture(*document.Texture, findings);
-    if (document.SkeletalAnimation)
-        CheckSkeletalAnimation(*document.SkeletalAnimation, findings);
-    if (document.MaterialAnimation)
-        CheckMaterialAnimation(*document.MaterialAnimation, findings);
-    if (document.VisibilityAnimation)
-        CheckVisibilityAnimation(*document.VisibilityAnimation, findings);
-    CheckStage(document.Stage, findings);
+        files.Textures["fuzz"] = *document.Texture;
+    const GlbResult result = ConvertToGlb(files);
+    if (result.Glb.empty() && result.Error.empty())
+        std::abort();
 }
 
 } // namespace
@@ -65,7 +61,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     Use(*document);
-    Check(*document, findings);
+    CheckDocument(*document, findings); // also with findings: it must survive what broken places leave
+    if (!findings.HasErrors())
+        Convert(*document);
     static_cast<void>(findings.Take());
     return 0;
 }

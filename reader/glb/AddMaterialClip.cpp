@@ -91,31 +91,60 @@ private:
     bool MoveColor(const Material& material, const std::string& name, const MemberAnimation& member)
     {
         if (name == "MaterialColor.Diffuse") {
-            MoveTo(PointerTo(material) + "/pbrMetallicRoughness/baseColorFactor", material.Diffuse, 4,
-                   member);
+            MoveDiffuse(material, member);
             return true;
         }
         if (name == "MaterialColor.Emission") {
-            MoveTo(PointerTo(material) + "/emissiveFactor", material.Emission, 3, member);
+            MoveEmission(material, member);
             return true;
         }
         return false;
     }
 
-    void MoveTo(const std::string& pointer, Color start, std::size_t components,
-                const MemberAnimation& member)
+    void MoveDiffuse(const Material& material, const MemberAnimation& member)
     {
         const auto clamp = [](float part) { return std::clamp(part, 0.0F, 1.0F); };
+        Color atRest = material.Diffuse;
+        std::ranges::transform(atRest, atRest.begin(), clamp);
+        Track track = SampleColor(material.Diffuse, 4, member);
+        std::ranges::transform(track.Values, track.Values.begin(), clamp);
+        MoveTo(PointerTo(material) + "/pbrMetallicRoughness/baseColorFactor", std::move(track), atRest);
+    }
+
+    /// The factor ends at 1, so the brightest colour of all frames gives the strength.
+    void MoveEmission(const Material& material, const MemberAnimation& member)
+    {
+        Track track = SampleColor(material.Emission, 3, member);
+        Vector3 atRest = {material.Emission[0], material.Emission[1], material.Emission[2]};
+        const float strength = std::max({1.0F, std::ranges::max(track.Values), std::ranges::max(atRest)});
+        const auto scale = [strength](float part) { return std::max(part, 0.0F) / strength; };
+        std::ranges::transform(track.Values, track.Values.begin(), scale);
+        std::ranges::transform(atRest, atRest.begin(), scale);
+        if (strength > 1) {
+            m_scene.Writer.UseExtension("KHR_materials_emissive_strength");
+            At(PointerTo(material) + "/extensions/KHR_materials_emissive_strength/emissiveStrength") =
+                ShortNumber(strength);
+        }
+        MoveTo(PointerTo(material) + "/emissiveFactor", std::move(track), atRest);
+    }
+
+    Track SampleColor(const Color& start, std::size_t components, const MemberAnimation& member)
+    {
         const auto evaluate = [&](float frame, std::span<float> values) {
             std::ranges::copy(std::span(start).first(components), values.begin());
             EvaluateMember(&member, frame, values);
-            std::ranges::transform(values, values.begin(), clamp);
         };
-        std::ranges::transform(start, start.begin(), clamp);
-        m_clip.MovePointer(pointer,
-                           m_clip.Sample(CurvesOf({&member}), m_animation.Head.FrameSize, components,
-                                         TrackForm::Linear, evaluate),
-                           std::span(start).first(components));
+        return m_clip.Sample(CurvesOf({&member}), m_animation.Head.FrameSize, components, TrackForm::Linear,
+                             evaluate);
+    }
+
+    /// A pointer must lead to something that stands in the file.
+    Json& At(const std::string& pointer) { return m_scene.Writer.Root()[Json::json_pointer(pointer)]; }
+
+    void MoveTo(const std::string& pointer, Track track, std::span<const float> atRest)
+    {
+        At(pointer) = NumberList(atRest);
+        m_clip.MovePointer(pointer, std::move(track), atRest);
     }
 
     void MoveCoordinator(const Material& material, int index, const MovingCoordinator& moving)
@@ -153,12 +182,10 @@ private:
         });
     }
 
-    /// A pointer must lead to something that stands in the file.
     void RequireTransform(const std::string& pointer, const TextureTransform& atRest)
     {
         m_scene.Writer.UseExtension("KHR_texture_transform");
-        Json& transform =
-            m_scene.Writer.Root()[Json::json_pointer(pointer + "/extensions/KHR_texture_transform")];
+        Json& transform = At(pointer + "/extensions/KHR_texture_transform");
         const auto number = [](double value) { return ShortNumber(static_cast<float>(value)); };
         transform["offset"] = {number(atRest.Offset[0]), number(atRest.Offset[1])};
         transform["rotation"] = number(atRest.Rotation);

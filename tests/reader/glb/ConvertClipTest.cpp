@@ -311,6 +311,22 @@ TEST(ConvertClip, ColoursOfMaterials)
     }
 }
 
+TEST(ConvertClip, EmissionAboveOneIsItsStrength)
+{
+    MemberAnimation member = MakeMember("Materials[\"Roof\"].MaterialColor.Emission", "RgbaColorAnimation");
+    member.Channels[0] = MakeCurve(KeyKind::Linear, {{0, 2}, {2, 8}});
+    ExportedFiles files = RoofFiles(member);
+    ModelOf(files).Materials[0].Emission = {2, 1, 0, 1};
+    const Glb glb = Convert(files).File;
+    const Json& material = glb.Root.at("materials").at(0);
+    EXPECT_EQ(material.at("emissiveFactor").dump(), "[0.25,0.125,0.0]");
+    EXPECT_EQ(material.at("extensions").dump(),
+              R"({"KHR_materials_emissive_strength":{"emissiveStrength":8.0}})");
+    const std::vector<Channel> channels = ChannelsOf(glb);
+    ASSERT_EQ(channels.size(), 1U);
+    EXPECT_THAT(channels[0].Values, ElementsAre(0.25, 0.125, 0, 1, 0.125, 0));
+}
+
 TEST(ConvertClip, TexturesSlide)
 {
     MemberAnimation member =

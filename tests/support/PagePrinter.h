@@ -53,8 +53,8 @@ inline std::string PrintItem(const XSI::PPGItem& item)
     for (LONG i = 0; i < choices.GetCount(); i += 2)
         text +=
             (i == 0 ? ": " : ", ") + Utf8(choices[i].GetAsText()) + "=" + Utf8(choices[i + 1].GetAsText());
-    for (const wchar_t* const name :
-         {XSI::siUIClass, XSI::siUICaption, XSI::siUIFont, XSI::siUIFileFilter, XSI::siUINoLabel})
+    for (const wchar_t* const name : {XSI::siUIClass, XSI::siUICaption, XSI::siUIStyle, XSI::siUIFont,
+                                      XSI::siUIFileFilter, XSI::siUIOpenFile, XSI::siUINoLabel})
         if (const XSI::CValue value = item.GetAttribute(name); !value.IsEmpty())
             text += " " + Utf8(name) + "=" + Utf8(value.GetAsText());
     return text;

@@ -253,9 +253,13 @@ TEST_F(ExportDialog, TheButtonsTakeNamesFromTheScene)
     EXPECT_EQ(page.Text("OutputFileName"), "_level") << "one only";
     page.Press("SelectNodeButton");
     EXPECT_EQ(page.Text("OutputFileName"), "_level") << "nothing is selected";
-    Scene.Select({Scene.Null("arm", Scene.Model("hero"))});
+    const SceneNode arm = Scene.Null("arm", Scene.Model("hero"));
+    Scene.Select({arm, Scene.Null("leg")});
     page.Press("SelectNodeButton");
-    EXPECT_EQ(page.Text("OutputFileName"), "arm");
+    EXPECT_EQ(page.Text("OutputFileName"), "arm") << "the first one, without its model";
+    Scene.Named("", "");
+    page.Press("SelectSceneButton");
+    EXPECT_EQ(page.Text("OutputFileName"), "");
 }
 
 TEST_F(ExportDialog, LoadsASettingsFile)
@@ -506,16 +510,19 @@ TEST_F(ExportDialog, ReplacesParametersOfOlderScenes)
 TEST_F(ExportDialog, WidensTheFrameRangeOfOlderScenes)
 {
     using namespace XSI::Host;
-    const XSI::CustomProperty property = AddPlainProperty(Scene.Root(), Type, Type);
-    AddParameter(property, "AnimationStartFrame", Former(XSI::CValue::siInt4, 1, 9999)).PutValue(12);
-    AddParameter(property, "AnimationEndFrame", Former(XSI::CValue::siInt4, 0, 9999)).PutValue(34);
-    PageDriver page("OnTQ4XExportWithSetting");
-    EXPECT_EQ(page.Number("AnimationStartFrame"), 12);
-    EXPECT_EQ(page.Number("AnimationEndFrame"), 34);
-    EXPECT_EQ(static_cast<LONG>(property.GetParameter("AnimationStartFrame").GetMin()), -2147483647 - 1);
-    EXPECT_EQ(static_cast<LONG>(property.GetParameter("AnimationStartFrame").GetMax()), 2147483647);
-    EXPECT_EQ(static_cast<LONG>(property.GetParameter("AnimationEndFrame").GetMin()), 0)
-        << "only the former least frame 1 is replaced";
+    constexpr LONG Least = -2147483647 - 1;
+    for (const char* const name : {"AnimationStartFrame", "AnimationEndFrame"}) {
+        for (const LONG formerLeast : {1, 0}) { // only the former least frame 1 is replaced
+            const XSI::CustomProperty property = AddPlainProperty(Scene.Root(), Type, Type);
+            AddParameter(property, name, Former(XSI::CValue::siInt4, formerLeast, 9999)).PutValue(12);
+            PageDriver page("OnTQ4XExportWithSetting");
+            EXPECT_EQ(page.Number(name), 12) << name;
+            const XSI::Parameter frame = property.GetParameter(name);
+            EXPECT_EQ(static_cast<LONG>(frame.GetMin()), formerLeast == 1 ? Least : 0) << name;
+            EXPECT_EQ(static_cast<LONG>(frame.GetMax()), formerLeast == 1 ? 2147483647 : 9999) << name;
+            Objects().Delete(property.GetObjectID());
+        }
+    }
 }
 
 TEST_F(ExportDialog, AWholeExportDeletesThePropertyOfOneExport)

@@ -145,6 +145,17 @@ TEST_F(AttributePages, ASearchSelectsWhatItFindsAndListsIt)
     EXPECT_TRUE(static_cast<bool>(arguments[2]));
 }
 
+TEST_F(AttributePages, ASearchSelectsObjectsOfModelsByTheirFullNames)
+{
+    Billboard("arm", 1, Scene.Model("hero"));
+    Billboard("arm", 1, Scene.Model("foe"));
+    PageDriver page("OnTQ4XSetBillboardDialog");
+    page.Set("SearchBillboardWorld", true).Press("BillboardSearchButton");
+    EXPECT_EQ(Utf8(Scene.Host().CommandCalls.back().Arguments[0].GetAsText()), "hero.arm,foe.arm");
+    EXPECT_THAT(SelectedNames(), ElementsAre("arm", "arm"));
+    EXPECT_EQ(page.Text("BillboardSelectList"), "hero.arm\rfoe.arm\r");
+}
+
 TEST_F(AttributePages, EachBoxFindsItsOwnKindOfBillboard)
 {
     constexpr struct

@@ -32,11 +32,6 @@ void LoadLastOptions(XSI::CustomProperty& property)
     DestroyOptions();
 }
 
-XSI::CString ReadText(const XSI::CustomProperty& property, const char* parameter)
-{
-    return property.GetParameterValue(parameter);
-}
-
 } // namespace
 
 XSI::CustomProperty GetExportProperty()
@@ -65,8 +60,8 @@ std::vector<std::string> BuildExportArguments(const XSI::CustomProperty& propert
 
 XSI::CStatus RunExportCommand(const XSI::CustomProperty& property)
 {
-    const XSI::CString name = ReadText(property, "OutputFileName");
-    const XSI::CString folder = ReadText(property, "OutputFolder");
+    const XSI::CString name = property.GetParameterValue("OutputFileName");
+    const XSI::CString folder = property.GetParameterValue("OutputFolder");
     XSI::CValueArray options;
     for (const std::string& option : BuildExportArguments(property))
         options.Add(option.c_str());

@@ -206,12 +206,6 @@ PageAnswer LoadOptions(XSI::CustomProperty& property)
     return {.Refresh = true};
 }
 
-std::string ReadText(const XSI::CustomProperty& property, const char* parameter)
-{
-    const XSI::CString text = property.GetParameterValue(parameter);
-    return text.GetAsciiString();
-}
-
 void SaveOptions(const XSI::CustomProperty& property)
 {
     const std::string path = ChooseSettingsFile("Save q3es file", CurrentPreferences().OptionDefaultSaveDir);

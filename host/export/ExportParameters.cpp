@@ -1,5 +1,7 @@
 #include "export/ExportParameters.h"
 
+#include "pages/PageParameters.h"
+
 #include <xsi_parameter.h>
 
 #include <algorithm>
@@ -140,11 +142,6 @@ const EnableRule EnableRules[] = {
 bool IsOn(const XSI::CustomProperty& property, const char* parameter)
 {
     return property.GetParameterValue(parameter);
-}
-
-void SetEnabled(const XSI::CustomProperty& property, const char* parameter, bool isEnabled)
-{
-    property.GetParameter(parameter).PutCapabilityFlag(XSI::siReadOnly, !isEnabled);
 }
 
 } // namespace

@@ -45,12 +45,6 @@ void PutPreferences(XSI::CustomProperty& property, const PluginPreferences& pref
     property.PutParameterValue(SaveDir, preferences.OptionDefaultSaveDir.c_str());
 }
 
-std::string ReadText(const XSI::CustomProperty& property, const char* parameter)
-{
-    const XSI::CString text = property.GetParameterValue(parameter);
-    return text.GetAsciiString();
-}
-
 PluginPreferences ReadFrom(const XSI::CustomProperty& property)
 {
     return {.AutoSaveExportOptions = property.GetParameterValue(AutoSave),

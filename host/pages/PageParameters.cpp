@@ -38,6 +38,12 @@ void AddMissingParameters(XSI::CustomProperty& property, std::span<const PagePar
             AddParameter(property, parameter);
 }
 
+std::string ReadText(const XSI::CustomProperty& property, const char* parameter)
+{
+    const XSI::CString text = property.GetParameterValue(parameter);
+    return text.GetAsciiString();
+}
+
 void SetEnabled(const XSI::CustomProperty& property, const char* parameter, bool isEnabled)
 {
     property.GetParameter(parameter).PutCapabilityFlag(XSI::siReadOnly, !isEnabled);

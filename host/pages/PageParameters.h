@@ -5,6 +5,7 @@
 #include <xsi_value.h>
 
 #include <span>
+#include <string>
 
 namespace tq4x
 {
@@ -22,6 +23,9 @@ struct PageParameter
 
 /// Adds the parameters that the property does not have yet. Limits are hard and those of the control alike.
 void AddMissingParameters(XSI::CustomProperty& property, std::span<const PageParameter> parameters);
+
+/// A parameter's value as a text of the core.
+std::string ReadText(const XSI::CustomProperty& property, const char* parameter);
 
 /// Lets the user change a parameter, or no longer.
 void SetEnabled(const XSI::CustomProperty& property, const char* parameter, bool isEnabled);

@@ -27,12 +27,6 @@ constexpr PageParameter Parameters[] = {
     {.Name = Value, .Type = XSI::CValue::siString},
 };
 
-std::string ReadText(const XSI::CustomProperty& property, const char* parameter)
-{
-    const XSI::CString text = property.GetParameterValue(parameter);
-    return text.GetAsciiString();
-}
-
 } // namespace
 
 std::optional<UserDataEntry> EditUserDataItem(const UserDataEntry& item)

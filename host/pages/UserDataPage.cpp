@@ -45,12 +45,6 @@ constexpr PageParameter Parameters[] = {
 
 using Entries = std::vector<UserDataEntry>;
 
-std::string ReadText(const XSI::CustomProperty& property, const char* parameter)
-{
-    const XSI::CString text = property.GetParameterValue(parameter);
-    return text.GetAsciiString();
-}
-
 Entries ReadEntries(const XSI::CustomProperty& property)
 {
     return ParseUserDataProperty(ReadText(property, NameList), ReadText(property, TypeList),

@@ -97,6 +97,49 @@ TEST_F(MaterialPages, ASearchFindsMaterialsByTheObjectsThatUseThem)
     EXPECT_EQ(page.Text("MatAttrSelectList"), "DefaultLib.blue\rDefaultLib.red\r");
 }
 
+TEST_F(MaterialPages, EachBoxFindsItsOwnValue)
+{
+    const struct
+    {
+        const char* Parameter;
+        int Least; ///< value of the first box
+        std::vector<const char*> Boxes;
+    } Cases[] = {
+        {"MatAttrCullFace", 0, {"CullFaceFront", "CullFaceBack", "CullFaceAlways", "CullFaceNever"}},
+        {"MatAttrFragmentLighting", 0, {"FragmentLightingOff", "FragmentLightingOn"}},
+        {"MatAttrVertexLighting", 0, {"VertexLightingOff", "VertexLightingOn"}},
+        {"MatAttrBlendMode",
+         -1,
+         {"BlendAuto", "BlendOpaque", "BlendAlphaTest", "BlendTranslucent", "BlendAdd", "BlendSub",
+          "BlendMultiply"}},
+        {"MatAttrNoCompress", 0, {"CompressOn", "CompressOff"}},
+    };
+
+    std::vector<SceneMaterial> materials;
+    SceneMesh plate = Scene.Mesh("plate");
+    for (int i = 0; i < 8; ++i) {
+        materials.push_back(Scene.Material("m" + std::to_string(i)));
+        plate.Square(materials.back());
+    }
+    for (const auto& row : Cases) {
+        const int count = static_cast<int>(row.Boxes.size());
+        for (int i = 0; i < count; ++i)
+            Put(materials[static_cast<std::size_t>(i)], "MaterialAttrProp", row.Parameter, row.Least + i);
+        for (int i = 0; i < count; ++i) {
+            Scene.Select({});
+            PageDriver page("OnTQ4XSetMaterialAttrDialog");
+            const std::string box = std::string("MatAttrSearch") + row.Boxes[static_cast<std::size_t>(i)];
+            page.Set(box, true).Press("MatAttrSearchButton").Set(box, false);
+            EXPECT_THAT(SelectedNames(), ElementsAre("m" + std::to_string(i))) << box;
+        }
+        for (const SceneMaterial& material : materials)
+            XSI::Host::Objects().Delete(XSI::SceneItem(material)
+                                            .GetProperties()
+                                            .Find(L"TQ4X_ForPennonMaterialAttrProp")
+                                            .GetObjectID());
+    }
+}
+
 TEST_F(MaterialPages, TheGroupsOfBoxesAreCombinedByTheWord)
 {
     const SceneMaterial red = Scene.Material("red");

@@ -3,6 +3,8 @@
 #include "support/Golden.h"
 #include "support/PagePrinter.h"
 
+#include <xsi_parameter.h>
+
 namespace tq4x::test
 {
 namespace
@@ -47,6 +49,34 @@ TEST_F(PageForms, TheUserDataItemHasItsParametersAndControls)
     page.Open();
     ExpectGolden(PrintParameters(property) + "\n" + PrintLayout(page.GetLayout()),
                  "host/pages/user-data-item.txt");
+}
+
+TEST_F(PageForms, ParametersHaveTheTypesAndCapabilitiesThatStoredScenesKnow)
+{
+    ClickMenu("OnTQ4XSetBillboardDialog");
+    const XSI::CustomProperty property = PageDriver(*Scene.Host().Pages.back()).Property();
+    constexpr int Persistable = 4;
+    constexpr int ReadOnly = 2;
+
+    const struct
+    {
+        const char* Name;
+        int Type;
+        int Capabilities;
+    } Cases[] = {
+        {"TQ4X_ForPennonBillboardType", 3, Persistable},
+        {"TQ4X_ForPennonSearchYBillboard", 11, Persistable},
+        {"TQ4X_ForPennonBillboardSearchButton", 11, Persistable | ReadOnly},
+    };
+
+    for (const auto& row : Cases) {
+        const XSI::Parameter parameter = property.GetParameter(row.Name);
+        EXPECT_EQ(static_cast<int>(parameter.GetValueType()), row.Type) << row.Name;
+        EXPECT_EQ(static_cast<int>(parameter.GetCapabilities()), row.Capabilities) << row.Name;
+    }
+    const XSI::Parameter type = property.GetParameter("TQ4X_ForPennonBillboardType");
+    EXPECT_EQ(static_cast<LONG>(type.GetSuggestedMin()), 0) << "limits are those of the control, too";
+    EXPECT_EQ(static_cast<LONG>(type.GetSuggestedMax()), 6);
 }
 
 TEST_F(PageForms, DefiningAPropertyAgainChangesNothing)

@@ -1,7 +1,15 @@
 #include "cli/HostConnection.h"
 
+#include <algorithm>
+
+#include <xsi_customproperty.h>
+
 #include "cli/SetVariable.h"
 #include "cli/Terminal.h"
+#include "gltf/PageParameters.h"
+#include "scene/CreateParameters.h"
+#include "scene/CustomProperties.h"
+#include "scene/PluginLoader.h"
 #include "scene/Session.h"
 
 namespace tq4x::cli
@@ -60,6 +68,18 @@ double FractionOf(const Host::ProgressState& state)
     return range > 0 ? static_cast<double>(state.Value - state.Minimum) / static_cast<double>(range) : 0.0;
 }
 
+/// Scenes of the host keep the settings of their export. One that holds none begins with the plug-in's
+/// defaults: settings of the export before it would give its files the name of another scene.
+void ProvideExportSettings()
+{
+    const std::string type(gltf::ExportSettingsType);
+    const std::vector<std::string> types = Host::RegisteredPropertyTypes();
+    const XSI::SceneItem root(XSI::CRef::FromObjectID(Host::Session::Current().Root));
+    if (std::ranges::find(types, type) != types.end() && !Host::FindProperty(root, type).IsValid()) {
+        Host::AddDefinedProperty(root, type, type);
+    }
+}
+
 XSI::CStatus OpenInHost(const std::string& path, const gltf::SceneOptions& options, Console& console)
 {
     const gltf::OpenedScene scene = gltf::OpenScene(path, options);
@@ -68,6 +88,7 @@ XSI::CStatus OpenInHost(const std::string& path, const gltf::SceneOptions& optio
         console.Tell(Severity::Error, path, scene.Error);
         return XSI::CStatus::Fail;
     }
+    ProvideExportSettings();
     return XSI::CStatus::OK;
 }
 

@@ -1,6 +1,9 @@
+#include <algorithm>
 #include <functional>
 
 #include "gltf/SceneBuild.h"
+#include "scene/PluginLoader.h"
+#include "scene/Session.h"
 
 namespace tq4x::gltf
 {
@@ -58,6 +61,32 @@ void ApplyMembers(SceneBuild& build, const PageParameters& pages, const std::str
     }
 }
 
+/// The settings of the scene's export stand in an object of their own: their names, made for a dialog, are
+/// those of anything.
+void ApplyExportSettings(SceneBuild& build, const PageParameters& pages)
+{
+    const std::string type(ExportSettingsType);
+    const JsonValue* const settings = build.Source->SceneExtras.Find(type);
+    if (settings == nullptr) {
+        return;
+    }
+    const std::string& scene = build.Source->SceneName;
+    if (settings->Object() == nullptr) {
+        return Note(build, scene, "The value of " + type + " must be an object.");
+    }
+    const std::vector<std::string> types = XSI::Host::RegisteredPropertyTypes();
+    if (std::ranges::find(types, type) == types.end()) {
+        return Note(build, scene, "No plug-in has the settings " + type + ".");
+    }
+    const XSI::SceneItem root(XSI::CRef::FromObjectID(XSI::Host::Session::Current().Root));
+    for (const JsonMember& member : *settings->Object()) {
+        const std::string problem = pages.Set(root, type, member.Key, member.Value);
+        if (!problem.empty()) {
+            Note(build, scene, problem);
+        }
+    }
+}
+
 } // namespace
 
 void ApplyExtras(SceneBuild& build, const PageParameters& pages)
@@ -84,6 +113,7 @@ void ApplyExtras(SceneBuild& build, const PageParameters& pages)
         }
         ApplyMembers(build, pages, name, source.Extras, findOwners);
     }
+    ApplyExportSettings(build, pages);
 }
 
 } // namespace tq4x::gltf

@@ -60,6 +60,26 @@ std::string WhyChanged(double number, XSI::CValue::DataType type)
     return isOfItsKind ? "is out of range" : "must be " + std::string(PageValueKind(type));
 }
 
+/// Whether a number is the same after a parameter of this type has taken it.
+bool IsHeld(double number, double held, XSI::CValue::DataType type)
+{
+    return type == XSI::CValue::siFloat ? static_cast<float>(number) == static_cast<float>(held)
+                                        : number == held;
+}
+
+std::string UnknownParameter(const XSI::ProjectItem& property, const std::string& parameter)
+{
+    std::vector<std::string> names;
+    const XSI::CRefArray parameters = property.GetParameters();
+    for (LONG i = 0; i < parameters.GetCount(); ++i) {
+        names.push_back(Host::ToUtf8(XSI::Parameter(parameters[i]).GetScriptName()));
+    }
+    const std::vector<std::string_view> words(names.begin(), names.end());
+    const std::string_view nearest = FindNearestWord(parameter, words);
+    return "There is no parameter " + parameter +
+           (nearest.empty() ? "." : "; did you mean " + std::string(nearest) + "?");
+}
+
 } // namespace
 
 PageParameters::PageParameters()
@@ -132,6 +152,9 @@ std::string PageParameters::Set(const XSI::SceneItem& owner, const std::string& 
         property = Host::AddDefinedProperty(owner, type, type).GetRef();
     }
     XSI::Parameter target = XSI::ProjectItem(property).GetParameter(Host::FromUtf8(parameter));
+    if (!target.IsValid()) {
+        return UnknownParameter(property, parameter);
+    }
     const XSI::CValue::DataType kind = target.GetValueType();
     const XSI::CValue wanted = ToHostValue(value, kind);
     if (wanted.IsEmpty() || !target.PutValue(wanted).Succeeded()) {
@@ -139,7 +162,7 @@ std::string PageParameters::Set(const XSI::SceneItem& owner, const std::string& 
                (value.String() != nullptr ? ", not \"" + *value.String() + "\"." : ".");
     }
     const bool isNumber = wanted.GetType() != XSI::CValue::siString;
-    if (isNumber && static_cast<double>(target.GetValue()) != static_cast<double>(wanted)) {
+    if (isNumber && !IsHeld(wanted, target.GetValue(), kind)) {
         return "The value of " + parameter + " " + WhyChanged(wanted, kind) + "; " +
                Host::ToUtf8(target.GetValue().GetAsText()) + " is used.";
     }

@@ -11,6 +11,9 @@
 namespace tq4x::gltf
 {
 
+/// Type of the property in which a scene keeps the settings of its export.
+inline constexpr std::string_view ExportSettingsType = "TQ4X_ForPennonExportProp";
+
 /// The parameters of the loaded plug-in's attribute pages, which mark objects and materials for the exporter.
 class PageParameters
 {
@@ -35,8 +38,8 @@ public:
     [[nodiscard]] std::string FindNearest(const std::string& parameter) const;
 
     /// Sets a parameter on the owner's property of the type, which is added if it is missing. Answers a
-    /// sentence if the value does not suit the parameter; where it was out of range the nearest one was
-    /// taken.
+    /// sentence if the property has no such parameter or the value does not suit it; where it was out of
+    /// range the nearest one was taken.
     [[nodiscard]] std::string Set(const XSI::SceneItem& owner, const std::string& type,
                                   const std::string& parameter, const JsonValue& value) const;
 

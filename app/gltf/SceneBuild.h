@@ -68,7 +68,8 @@ void SetBindPoses(SceneBuild& build);
 /// Sets `viewvis` on nodes that are hidden at some time, and on what lies below them.
 void SetVisibilities(SceneBuild& build);
 
-/// Sets parameters of the plug-in's properties from custom properties of nodes, meshes and materials.
+/// Sets parameters of the plug-in's properties from custom properties of nodes, meshes, materials and the
+/// scene.
 void ApplyExtras(SceneBuild& build, const PageParameters& pages);
 
 /// A name in the host, with a note if it had to be changed.

@@ -10,7 +10,8 @@
 namespace tq4x::gltf::test
 {
 
-/// A plug-in in the place of ours, with a page for objects, one for materials and one for both.
+/// A plug-in in the place of ours, with a page for objects, one for materials, one for both and one for the
+/// scene.
 class FakePages
 {
 public:
@@ -21,6 +22,7 @@ public:
             {"TQ4X_ForPennonBillboardProp_Define", DefineBillboard},
             {"TQ4X_ForPennonMaterialAttrProp_Define", DefineMaterial},
             {"TQ4X_ForPennonUserDataProp_Define", DefineUserData},
+            {"TQ4X_ForPennonExportProp_Define", DefineExport},
         });
     }
 
@@ -29,7 +31,7 @@ private:
     {
         XSI::PluginRegistrar registrar(plugin);
         for (const char* const type : {"TQ4X_ForPennonBillboardProp", "TQ4X_ForPennonMaterialAttrProp",
-                                       "TQ4X_ForPennonUserDataProp"}) {
+                                       "TQ4X_ForPennonUserDataProp", "TQ4X_ForPennonExportProp"}) {
             registrar.RegisterProperty(type);
         }
         return XSI::CStatus::OK;
@@ -60,6 +62,13 @@ private:
     static XSI::CStatus DefineUserData(XSI::CRef& context)
     {
         Add(context, "TQ4X_ForPennonUserDataParamNameList", XSI::CValue::siString, "");
+        return XSI::CStatus::OK;
+    }
+
+    static XSI::CStatus DefineExport(XSI::CRef& context)
+    {
+        Add(context, "OutputFileName", XSI::CValue::siString, "");
+        Add(context, "Magnify", XSI::CValue::siFloat, 1.0, 0.0, 100.0);
         return XSI::CStatus::OK;
     }
 };

@@ -401,5 +401,43 @@ TEST_F(SceneMaterialsTest, WithoutAPluginMarksAreTold)
               (std::vector<std::string>{"n: No page has the parameter TQ4X_ForPennonBillboardType."}));
 }
 
+XSI::Property ExportSettings()
+{
+    return XSI::Host::FindProperty(XSI::CRef::FromObjectID(XSI::Host::Session::Current().Root),
+                                   "TQ4X_ForPennonExportProp");
+}
+
+TEST_F(SceneMaterialsTest, TheSettingsOfTheExportBelongToTheScene)
+{
+    FakePages::Load();
+    MustOpen(WithAsset(R"("scenes":[{},{"extras":{"Magnify":9,"TQ4X_ForPennonExportProp":
+        {"OutputFileName":"hero","Magnify":0.1}}}],"scene":1)"));
+    EXPECT_FLOAT_EQ(static_cast<float>(Number(ExportSettings(), "Magnify")), 0.1f);
+    EXPECT_EQ(XSI::Host::ToUtf8(ExportSettings().GetParameterValue("OutputFileName").GetAsText()), "hero");
+    EXPECT_EQ(Remarks(), std::vector<std::string>());
+    MustOpen(WithAsset(R"("scenes":[{"extras":{"Magnify":9}}])"));
+    EXPECT_FALSE(ExportSettings().IsValid()) << "the names alone are anybody's";
+}
+
+TEST_F(SceneMaterialsTest, SettingsOfTheExportThatDoNotFitAreTold)
+{
+    const auto open = [&](const std::string& settings) {
+        MustOpen(
+            WithAsset(R"("scenes":[{"name":"s","extras":{"TQ4X_ForPennonExportProp":)" + settings + "}}]"));
+        return Remarks();
+    };
+    const std::vector<std::string> withoutPlugin = {
+        "s: No plug-in has the settings TQ4X_ForPennonExportProp."};
+    EXPECT_EQ(open("{}"), withoutPlugin);
+    FakePages::Load();
+    const std::vector<std::string> noObject = {"s: The value of TQ4X_ForPennonExportProp must be an object."};
+    EXPECT_EQ(open("7"), noObject);
+    const std::vector<std::string> wrong = {"s: There is no parameter Magnifi; did you mean Magnify?",
+                                            "s: There is no parameter zzzzz.",
+                                            "s: The value of Magnify is out of range; 100 is used.",
+                                            "s: The value of OutputFileName must be a text."};
+    EXPECT_EQ(open(R"({"Magnifi":1,"zzzzz":1,"Magnify":500,"OutputFileName":[]})"), wrong);
+}
+
 } // namespace
 } // namespace tq4x::gltf::test

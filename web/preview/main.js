@@ -37,17 +37,13 @@ function addTools(viewport, gltf) {
   });
 }
 
-/** Clips of the model with what the files say of them. */
+/** The view's clips with what the files say of them: several files may move parts of one clip. */
 function clipRows(data, gltf) {
+  const rate = data.framesPerSecond;
   return gltf.animations.map((clip) => {
-    const told = data.clips.find((candidate) => candidate.name === clip.name);
-    const rate = data.framesPerSecond;
-    return {
-      clip, rate,
-      name: told?.name || clip.name,
-      frames: told?.frames || Math.max(1, Math.round(clip.duration * rate)),
-      loop: told ? told.loop : true,
-    };
+    const told = data.clips.filter((candidate) => candidate.name === clip.name);
+    const frames = Math.max(1, Math.round(clip.duration * rate), ...told.map((part) => part.frames));
+    return { clip, rate, frames, name: clip.name, loop: told.length === 0 || told.some((part) => part.loop) };
   });
 }
 

@@ -4,7 +4,12 @@ import { GLTFLoader } from "three/examples/jsm/loaders/GLTFLoader.js";
 // From the embedded model to what the view shows.
 
 function bytesOf(text) {
-  return Uint8Array.from(atob(text.trim()), (sign) => sign.charCodeAt(0)).buffer;
+  const signs = atob(text);
+  const bytes = new Uint8Array(signs.length);
+  for (let i = 0; i < signs.length; i += 1) {
+    bytes[i] = signs.charCodeAt(i);
+  }
+  return bytes.buffer;
 }
 
 /** Loads a model in base64; resolves when its pictures are there too. */

@@ -1,4 +1,3 @@
-#include <map>
 #include <set>
 
 #include "cli/Command.h"
@@ -6,6 +5,7 @@
 #include "cli/ReplaceFile.h"
 #include "pipeline/OptionProblems.h"
 #include "pipeline/OptionTable.h"
+#include "pipeline/OptionText.h"
 #include "pipeline/SettingsFile.h"
 
 namespace tq4x::cli
@@ -18,13 +18,11 @@ constexpr OptionSpec Specs[] = {
     {"--write", 'w', "FILE.q3es", "write the settings to this file"},
 };
 
-using Texts = std::map<std::string, std::string, std::less<>>;
-
 /// Settings, and which of them were given by whom.
 struct Settings
 {
     ExportOptions Options;
-    Texts FromFile;
+    std::set<const OptionRow*> FromFile;
     std::set<const OptionRow*> FromFlags;
 };
 
@@ -34,6 +32,16 @@ ExitCode Fail(Console& console, ExitCode code, const std::string& text)
     return code;
 }
 
+/// Whether what a file says of an option is what was taken over: a word that stands for nothing is passed
+/// over, and so is what an old file says of options that meant something else then.
+bool IsTakenOver(const OptionRow& row, const std::string& text, const ExportOptions& options)
+{
+    ExportOptions again = options;
+    ReadSettingsValue(row, text, again);
+    const bool isKnown = row.Words.empty() || FindOptionWord(row.Words, text);
+    return isKnown && SettingsValue(row, again) == SettingsValue(row, options);
+}
+
 ExitCode ReadFileInto(const std::string& path, Settings& settings, Console& console)
 {
     SettingsContent content = ReadSettings(path);
@@ -41,7 +49,12 @@ ExitCode ReadFileInto(const std::string& path, Settings& settings, Console& cons
         return Fail(console, BadInput, content.Error);
     }
     settings.Options = std::move(content.Options);
-    settings.FromFile = std::move(content.Given);
+    for (const auto& [key, text] : content.Given) {
+        const OptionRow* const row = FindSettingsRow(key);
+        if (row != nullptr && IsTakenOver(*row, text, settings.Options)) {
+            settings.FromFile.insert(row);
+        }
+    }
     return Done;
 }
 
@@ -63,22 +76,33 @@ const char* SourceOf(const OptionRow& row, const Settings& settings)
     if (settings.FromFlags.contains(&row)) {
         return "flag";
     }
-    return settings.FromFile.contains(row.SettingsKey) ? "file" : "default";
+    return settings.FromFile.contains(&row) ? "file" : "default";
 }
 
 /// Every option as the settings file writes it, and where its value comes from.
 void Print(const Settings& settings, Console& console)
 {
     constexpr std::size_t Column = 48;
-    const Texts values = ReadSettingsKeys(SettingsText(settings.Options));
     for (const OptionRow& row : OptionTable()) {
-        const auto value = values.find(row.SettingsKey);
-        if (value == values.end()) {
+        const auto value = SettingsValue(row, settings.Options);
+        if (row.SettingsKey.empty() || !value) {
             continue; // not kept in files
         }
-        std::string line = MakePrintable(value->first + "=\"" + value->second + "\"");
+        std::string line = MakePrintable(std::string(row.SettingsKey) + "=\"" + *value + "\"");
         line.resize(std::max(Column, line.size() + 1), ' ');
         console.Result(line + SourceOf(row, settings));
+    }
+}
+
+/// Files are read by lines that part at every "=".
+void WarnAboutLostLines(const ExportOptions& options, Console& console)
+{
+    for (const OptionRow& row : OptionTable()) {
+        const auto value = SettingsValue(row, options);
+        if (!row.SettingsKey.empty() && value && value->find('=') != std::string::npos) {
+            console.Tell(Severity::Warning, std::string(row.SettingsKey),
+                         "The value holds a \"=\"; its line is passed over when the file is read.");
+        }
     }
 }
 
@@ -96,6 +120,9 @@ ExitCode RunSettings(const Arguments& arguments, Console& console)
     const auto target = arguments.Value("--write");
     if (target && !ReplaceFile(*target, SettingsText(settings.Options))) {
         return Fail(console, BadOutput, "The file " + *target + " can't be written.");
+    }
+    if (target) {
+        WarnAboutLostLines(settings.Options, console);
     }
     Print(settings, console);
     return Done;

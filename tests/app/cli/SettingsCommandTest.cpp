@@ -59,6 +59,19 @@ TEST_F(SettingsCommandTest, TellsWhereEachValueComesFrom)
     EXPECT_EQ(LineOf(partial.Out, "Magnify"), "Magnify=\"1.000000\" default");
 }
 
+TEST_F(SettingsCommandTest, WhatTheFileSaysInVainIsNotFromIt)
+{
+    Write("old.q3es", "# TQ4X_ForPennonExport settings\nGeneratorVersion=\"0.5.0\"\n"
+                      "ConvertToModel=\"true\"\nComressNode=\"unite\"\nComressNode=\"Cull\"\n"
+                      "QuantizePos=\"Float\"\nMagnify=\"a=b\"\nStartFrame=\"x\"\n");
+    const Outcome outcome = RunInside({"settings", Path("old.q3es")});
+    EXPECT_EQ(LineOf(outcome.Out, "ConvertToModel"), "ConvertToModel=\"false\" default") << "too old";
+    EXPECT_EQ(LineOf(outcome.Out, "ComressNode"), "ComressNode=\"None\" default") << "the first line counts";
+    EXPECT_EQ(LineOf(outcome.Out, "QuantizePos"), "QuantizePos=\"Float\" file");
+    EXPECT_EQ(LineOf(outcome.Out, "Magnify"), "Magnify=\"1.000000\" default");
+    EXPECT_EQ(LineOf(outcome.Out, "StartFrame"), "StartFrame=\"0\" file") << "no number counts as 0";
+}
+
 TEST_F(SettingsCommandTest, WritesAFileThatReadsBackEqual)
 {
     EXPECT_EQ(RunInside({"settings", "--set", "ComressNode:4", "--write", Path("new.q3es")}).Code, Done);
@@ -67,6 +80,22 @@ TEST_F(SettingsCommandTest, WritesAFileThatReadsBackEqual)
     ExportOptions expected;
     expected.CompressNode = 4;
     EXPECT_EQ(options, expected);
+}
+
+TEST_F(SettingsCommandTest, ValuesThatAFileLosesAreShownAndTold)
+{
+    const Outcome shown = RunInside({"settings", "--set", "MergeQmdlPath:/a=b.qmdl"});
+    EXPECT_EQ(LineOf(shown.Out, "MergeQmdlPath"), "MergeQmdlPath=\"/a=b.qmdl\" flag");
+    EXPECT_EQ(shown.Err, "");
+    const Outcome written =
+        RunInside({"settings", "--set", "MergeQmdlPath:/a=b.qmdl", "--write", Path("new.q3es")});
+    EXPECT_EQ(written.Code, Done);
+    EXPECT_EQ(written.Err,
+              "warning: MergeQmdlPath: The value holds a \"=\"; its line is passed over when the "
+              "file is read.\n");
+    ExportOptions options;
+    EXPECT_TRUE(ReadSettingsText(Read("new.q3es"), options));
+    EXPECT_EQ(options.MergeQmdlPath, "");
 }
 
 TEST_F(SettingsCommandTest, RefusesWhatMakesNoSense)

@@ -22,7 +22,7 @@ export function loadModel(text) {
 }
 
 /** Finds the row of a primitive: converted meshes carry the node's name, and each set of a shape is a primitive. */
-function makeRowFinder(json, scene) {
+export function makeRowFinder(json, scene) {
   const waiting = new Map();
   for (const row of scene.meshes) {
     const key = JSON.stringify([row.node, row.material]);

@@ -167,7 +167,11 @@ function addLog(data) {
       value: (message) => severityRanks[message.severity],
       cell: (message) => tag(message.severity, severityTones[message.severity]),
     },
-    { text: "Object", value: (message) => message.object },
+    {
+      text: "Object",
+      value: (message) => message.object,
+      cell: (message) => make("span", { className: "name" }, message.object),
+    },
     { text: "Message", value: (message) => message.text },
     { text: "Times", value: (message) => message.count, isNumber: true },
   ];

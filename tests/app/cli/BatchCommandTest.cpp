@@ -68,6 +68,41 @@ TEST_F(BatchCommandTest, GoesOnAfterAFailure)
     EXPECT_THAT(report, HasSubstr("a.qmdl"));
 }
 
+TEST_F(BatchCommandTest, ExportsSamplesWithABrokenFileAmongThem)
+{
+    const std::filesystem::path samples = std::filesystem::path(TQ4X_SAMPLES) / "gltf";
+    if (!std::filesystem::exists(samples)) {
+        GTEST_SKIP() << "NOT RUN: the sample scenes are absent; they are looked for in " << samples;
+    }
+    for (const char* file : {"Fox/Fox.glb", "InterpolationTest/InterpolationTest.glb",
+                             "VertexColorTest/VertexColorTest.glb", "CesiumMan/CesiumMan.glb"}) {
+        std::filesystem::copy(samples / file, Folder / "in");
+    }
+    Write("in/Duck.gltf", "{ broken");
+    const Outcome outcome = Batch("-j 2 --fit-textures --set OutputQskla:true");
+    EXPECT_EQ(outcome.Code, BatchFailed);
+    EXPECT_EQ(outcome.Out, "CesiumMan.glb          done, 2 files\n"
+                           "Duck.gltf              failed (exit code 3), 1 error\n"
+                           "Fox.glb                done, 2 files\n"
+                           "InterpolationTest.glb  done, 2 files\n"
+                           "VertexColorTest.glb    done, 2 files\n"
+                           "5 scenes, 1 failed\n");
+    EXPECT_TRUE(std::filesystem::exists(Folder / "out/Fox.qskla"));
+}
+
+TEST_F(BatchCommandTest, ASceneThatVanishesFailsAlone)
+{
+    for (const char* name : {"in/a.gltf", "in/b.gltf", "in/c.gltf"}) {
+        WriteScene(name);
+    }
+    InstallStarter("rm -f '" + Path("in/b.gltf") + "'"); // while the first scene is exported
+    const Outcome outcome = Batch("-j 1");
+    EXPECT_EQ(outcome.Code, BatchFailed);
+    EXPECT_EQ(outcome.Out, "a.gltf  done, 1 file\nb.gltf  failed (exit code 3), 1 error\n"
+                           "c.gltf  done, 1 file\n3 scenes, 1 failed\n");
+    EXPECT_THAT(outcome.Err, HasSubstr("b.gltf does not exist."));
+}
+
 TEST_F(BatchCommandTest, StopsAtAnErrorIfWanted)
 {
     Write("in/a.gltf", "{ broken");
@@ -224,14 +259,9 @@ TEST_F(BatchCommandTest, ExportsDontTouchTheUsersOwnFiles)
 
 TEST_F(BatchCommandTest, KeepsTheInstallationOfTheTool)
 {
-    std::filesystem::create_directories(Folder / "root/tools/BrellStudioStarter");
-    Write("root/tools/BrellStudioStarter/BrellStudioStarter.exe", "#!/bin/sh\nexit 0\n");
-    std::filesystem::permissions(Folder / "root/tools/BrellStudioStarter/BrellStudioStarter.exe",
-                                 std::filesystem::perms::owner_all);
-    setenv("TQ4X_FORPENNON_ROOT", Path("root").c_str(), 1);
+    InstallStarter("exit 0");
     WriteScene("in/a.gltf");
     const Outcome outcome = Batch();
-    unsetenv("TQ4X_FORPENNON_ROOT");
     EXPECT_EQ(outcome.Code, Done) << outcome.Err;
     EXPECT_FALSE(std::filesystem::exists(Folder / "root/tools/DccPlugin"));
 }

@@ -92,5 +92,18 @@ TEST_F(PluginCommandsTest, ABatchEndsWithTheFirstSceneThatFails)
     EXPECT_THAT(Written(), ElementsAre("a.qmdl"));
 }
 
+TEST_F(PluginCommandsTest, ABatchEndsWithTheFirstSceneThatVanishes)
+{
+    MakeInput();
+    for (const char* name : {"in/a.scn", "in/b.scn", "in/c.scn"}) {
+        WriteStage(name);
+    }
+    InstallStarter("rm -f '" + Path("in/b.scn") + "'"); // while the first scene is exported
+    const Outcome outcome = Batch();
+    EXPECT_EQ(outcome.Code, Failed);
+    EXPECT_THAT(outcome.Err, HasSubstr("b.scn does not exist."));
+    EXPECT_THAT(Written(), ElementsAre("a.qmdl"));
+}
+
 } // namespace
 } // namespace tq4x::cli::test

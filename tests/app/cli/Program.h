@@ -51,7 +51,11 @@ protected:
             "scenes":[{"nodes":[0]}]})");
     }
 
-    ~ProgramTest() override { unsetenv("XDG_DATA_HOME"); }
+    ~ProgramTest() override
+    {
+        unsetenv("XDG_DATA_HOME");
+        unsetenv("TQ4X_FORPENNON_ROOT");
+    }
 
     void Write(const std::string& name, const std::string& text) const
     {
@@ -61,6 +65,17 @@ protected:
     std::string Read(const std::string& name) const { return tq4x::test::ReadWholeFile(Folder / name); }
 
     std::string Path(const std::string& name) const { return (Folder / name).string(); }
+
+    /// Makes an installation of the tool whose starter runs a command of the shell. The variable that names
+    /// it is set until the end of the test.
+    void InstallStarter(const std::string& command) const
+    {
+        const std::filesystem::path starter = Folder / "root/tools/BrellStudioStarter/BrellStudioStarter.exe";
+        std::filesystem::create_directories(starter.parent_path());
+        std::ofstream(starter) << "#!/bin/sh\n" << command << "\n";
+        std::filesystem::permissions(starter, std::filesystem::perms::owner_all);
+        setenv("TQ4X_FORPENNON_ROOT", Path("root").c_str(), 1);
+    }
 
     /// Exports the scene with the tiny plug-in.
     Outcome Export(std::vector<std::string> more, const std::string& answers = "",

@@ -426,17 +426,14 @@ TEST_F(MarkedSceneTest, SettingsThatCannotBeKept)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.Name);
         std::filesystem::remove_all(Folder / "root");
-        std::filesystem::create_directories(Folder / "root/tools/BrellStudioStarter");
-        Write("root/tools/BrellStudioStarter/BrellStudioStarter.exe", "starter");
+        InstallStarter("exit 0");
         if (row.File != nullptr) {
             Write(row.File, "");
         } else {
             std::filesystem::create_directories(Folder / row.Folder);
         }
-        setenv("TQ4X_FORPENNON_ROOT", Path("root").c_str(), 1);
         const Outcome outcome = Run({"export", Path("marked.gltf"), "-o", Path("out"), "--overwrite", "-v",
                                      "--set", "OptimizePrimitive:false"});
-        unsetenv("TQ4X_FORPENNON_ROOT");
         EXPECT_EQ(outcome.Code, row.Code);
         EXPECT_THAT(outcome.Err, HasSubstr(row.Error));
         EXPECT_EQ(outcome.Err.empty(), row.Code == Done) << outcome.Err;

@@ -104,7 +104,8 @@ private:
         if (known != m_clips.end()) {
             return known->Builder;
         }
-        return m_clips.emplace_back(name, ClipBuilder(name, m_options.FramesPerSecond, m_scene)).Builder;
+        m_clips.push_back({name, ClipBuilder(name, m_options.FramesPerSecond, m_scene)});
+        return m_clips.back().Builder;
     }
 
     void ConvertRest(const ExportedFile& file, const ConvertedModel& model)

@@ -108,6 +108,17 @@ TEST_F(ExportToGltfTest, TheLighthouseIsValid)
     Validate({"lighthouse"});
 }
 
+/// Files by hand that have what no scene here has: all kinds of cameras and lights, moving colours.
+TEST_F(ExportToGltfTest, TheHouseIsValid)
+{
+    std::vector<std::string> words = {"to-gltf", "-o", Path("house.glb")};
+    for (const char* const kind : {"qmdl", "qskla", "qmata", "qmdla", "qcam", "qlgt", "qenv"}) {
+        words.push_back(TQ4X_TEST_DATA "/reader/house." + std::string(kind));
+    }
+    EXPECT_EQ(RunInside(words).Code, Done);
+    Validate({"house"});
+}
+
 TEST_F(ExportToGltfTest, EverySampleIsValid)
 {
     if (!fs::exists(Samples)) {

@@ -2,6 +2,7 @@
 
 #include "export/BatchExport.h"
 
+#include "export/CommandArguments.h"
 #include "export/ExportDialog.h"
 #include "export/HostCommands.h"
 #include "export/HostLog.h"
@@ -15,7 +16,6 @@
 #include <xsi_application.h>
 #include <xsi_argumentarray.h>
 #include <xsi_command.h>
-#include <xsi_context.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -37,11 +37,6 @@ constexpr PageParameter Parameters[] = {
     {.Name = InputFolder, .Type = XSI::CValue::siString},
     {.Name = OutputFolder, .Type = XSI::CValue::siString},
 };
-
-std::string TextOf(const XSI::CValue& value)
-{
-    return XSI::CString(value).GetAsciiString();
-}
 
 bool IsFolder(const std::string& path)
 {
@@ -74,11 +69,9 @@ XSI::CStatus ExportOpenScene(const std::string& outputFolder)
     XSI::CString name = property.GetParameterValue("OutputFileName");
     if (name.IsEmpty())
         name = SceneOutputName();
-    XSI::CValueArray options;
-    for (const std::string& option : BuildExportArguments(property))
-        options.Add(option.c_str());
-    options.Add("AlwaysOverwrite");
-    return RunHostCommand("TQ4X_ForPennonExport", {name, outputFolder.c_str(), options});
+    std::vector<std::string> options = BuildExportArguments(property);
+    options.push_back("AlwaysOverwrite");
+    return RunExportCommand(name, outputFolder.c_str(), options);
 }
 
 XSI::CStatus ExportScene(const std::string& path, const std::string& outputFolder)
@@ -145,7 +138,7 @@ SICALLBACK TQ4X_ForPennonBatchExport_Init(XSI::CRef& reference)
 SICALLBACK TQ4X_ForPennonBatchExport_Execute(XSI::CRef& reference)
 {
     tq4x::InstallHostLog();
-    const XSI::CValueArray arguments = XSI::Context(reference).GetAttribute("Arguments");
+    const XSI::CValueArray arguments = tq4x::ArgumentsOf(XSI::Context(reference));
     return tq4x::RunBatch(tq4x::TextOf(arguments[0]), tq4x::TextOf(arguments[1]));
 }
 

@@ -1,5 +1,6 @@
 // The commands that run one export: with options as arguments, and with options from a settings file.
 
+#include "export/CommandArguments.h"
 #include "export/ExportDriver.h"
 #include "export/HostCommands.h"
 #include "export/HostLog.h"
@@ -9,7 +10,6 @@
 #include <xsi_application.h>
 #include <xsi_argumentarray.h>
 #include <xsi_command.h>
-#include <xsi_context.h>
 
 #include <string>
 #include <vector>
@@ -18,16 +18,6 @@ namespace tq4x
 {
 namespace
 {
-
-XSI::CValueArray ArgumentsOf(const XSI::Context& context)
-{
-    return context.GetAttribute("Arguments");
-}
-
-std::string TextOf(const XSI::CValue& value)
-{
-    return XSI::CString(value).GetAsciiString();
-}
 
 /// A single text counts as a list of one.
 std::vector<std::string> TextsOf(const XSI::CValue& value)

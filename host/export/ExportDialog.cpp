@@ -15,8 +15,6 @@ namespace tq4x
 namespace
 {
 
-constexpr const char* PropertyOfOneExport = "TQ4X_ForPennonExportProp_1";
-
 XSI::CustomProperty FindRootProperty(const char* name)
 {
     return XSI::CustomProperty(XSI::Application().GetActiveSceneRoot().GetProperties().Find(name));
@@ -42,7 +40,7 @@ XSI::CustomProperty GetExportProperty()
         DefineExportParameters(property);
         return property;
     }
-    const char* const name = isKept ? ExportPropertyType : PropertyOfOneExport;
+    const char* const name = isKept ? ExportPropertyType : ExportPropertyOfOneExport;
     if (const XSI::CustomProperty leftOver = FindRootProperty(name); leftOver.IsValid())
         DeleteHostObject(leftOver.GetFullName()); // of a dialog that was closed without an export
     property = XSI::CustomProperty(
@@ -58,14 +56,20 @@ std::vector<std::string> BuildExportArguments(const XSI::CustomProperty& propert
         [&](std::string_view parameter) { return ReadDialogValue(property, parameter); });
 }
 
+XSI::CStatus RunExportCommand(const XSI::CString& name, const XSI::CString& folder,
+                              const std::vector<std::string>& options)
+{
+    XSI::CValueArray texts;
+    for (const std::string& option : options)
+        texts.Add(option.c_str());
+    return RunHostCommand("TQ4X_ForPennonExport", {name, folder, texts});
+}
+
 XSI::CStatus RunExportCommand(const XSI::CustomProperty& property)
 {
     const XSI::CString name = property.GetParameterValue("OutputFileName");
     const XSI::CString folder = property.GetParameterValue("OutputFolder");
-    XSI::CValueArray options;
-    for (const std::string& option : BuildExportArguments(property))
-        options.Add(option.c_str());
-    return RunHostCommand("TQ4X_ForPennonExport", {name, folder, options});
+    return RunExportCommand(name, folder, BuildExportArguments(property));
 }
 
 XSI::CString SceneOutputName()

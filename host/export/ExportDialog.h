@@ -18,7 +18,11 @@ XSI::CustomProperty GetExportProperty();
 /// The settings of the property as the export command's list of `Key:Value` texts.
 std::vector<std::string> BuildExportArguments(const XSI::CustomProperty& property);
 
-/// Runs the export command with the settings of the property, which may be gone afterwards.
+/// Runs the export command.
+XSI::CStatus RunExportCommand(const XSI::CString& name, const XSI::CString& folder,
+                              const std::vector<std::string>& options);
+
+/// The same with the settings of the property, which may be gone afterwards.
 XSI::CStatus RunExportCommand(const XSI::CustomProperty& property);
 
 /// The name of the scene, less one leading "_".

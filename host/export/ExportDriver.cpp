@@ -4,6 +4,7 @@
 #include "export/ConvertCollectors.h"
 #include "export/Each.h"
 #include "export/ExportContext.h"
+#include "export/ExportParameters.h"
 #include "export/HostCommands.h"
 #include "export/LinkCheck.h"
 #include "export/SceneWalk.h"
@@ -33,7 +34,6 @@ namespace
 {
 
 constexpr const char* AutoInspectPreference = "preferences.Interaction.autoinspect";
-constexpr const char* DialogPropertyOfOneExport = "TQ4X_ForPennonExportProp_1";
 
 // The bar: collecting and converting take 4000 each, file generation the rest.
 constexpr int BarMaximum = 10000;
@@ -128,7 +128,7 @@ void DeleteDialogProperty()
     const XSI::CRefArray properties = XSI::Application().GetActiveSceneRoot().GetProperties();
     for (const XSI::CRef& reference : Each(properties)) {
         const XSI::Property property(reference);
-        if (property.GetName() == DialogPropertyOfOneExport) {
+        if (property.GetName() == ExportPropertyOfOneExport) {
             DeleteHostObject(property.GetFullName());
             return;
         }

@@ -11,6 +11,9 @@ namespace tq4x
 /// Type name of the property with the export settings.
 inline constexpr const char* ExportPropertyType = "TQ4X_ForPennonExportProp";
 
+/// Name of the one that is made for a single export and goes with it.
+inline constexpr const char* ExportPropertyOfOneExport = "TQ4X_ForPennonExportProp_1";
+
 /// Brings a property's parameters to the present set: older forms are replaced, with their value where it
 /// still has a meaning, abandoned ones are removed, missing ones are added.
 void DefineExportParameters(XSI::CustomProperty& property);

@@ -419,6 +419,33 @@ TEST_F(HandOff, ARealStarterGetsWhatItIsTold)
                 ElementsAre("W Optimization failed", "E Failed to start BrellStudio"));
 }
 
+TEST_F(HandOff, AStarterThatCannotBeStartedFailsLikeOneThatDoes)
+{
+    CurrentPlatform().RunCommand = SystemPlatform().RunCommand;
+    std::ofstream(Starter()) << "#!/bin/sh\nexit 0\n";
+    fs::permissions(Starter(), fs::perms::owner_read);
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(RunOptimization(Options));
+    EXPECT_FALSE(ShowInViewer(Options, {}));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr(Starter())) << "told by the shell";
+    EXPECT_THAT(MessageRecorder::Messages(),
+                ElementsAre("W Optimization failed", "E Failed to start BrellStudio"));
+}
+
+TEST_F(HandOff, ARelativeRootIsThatOfTheCurrentFolder)
+{
+    const fs::path former = fs::current_path();
+    fs::current_path(Path("."));
+    UseRoot("root");
+    EXPECT_TRUE(RunOptimization(Options));
+    EXPECT_TRUE(ShowInViewer(Options, {}));
+    fs::current_path(former);
+    EXPECT_TRUE(fs::exists(OptimizeScriptPath()));
+    EXPECT_THAT(Commands, ElementsAre("\"root/tools/BrellStudioStarter/BrellStudioStarter.exe\" -daemon",
+                                      "\"root/tools/BrellStudioStarter/BrellStudioStarter.exe\" "
+                                      "\"root/tools/BrellStudio/DccTemporary/Startup.py\""));
+}
+
 std::vector<std::string> PathsOf(const std::vector<ViewerFile>& files)
 {
     std::vector<std::string> paths;

@@ -1,3 +1,4 @@
+#include "pipeline/MessageLog.h"
 #include "pipeline/Preferences.h"
 #include "support/PageDriver.h"
 #include "support/PlatformGuard.h"
@@ -14,7 +15,6 @@ namespace
 {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class BatchExport : public PluginTest
@@ -190,10 +190,15 @@ TEST_F(BatchExport, TheInputFolderMustExist)
 {
     const std::filesystem::path missing = m_in / "missing";
     EXPECT_FALSE(Run(missing, m_out.Path()).Succeeded());
-    ASSERT_EQ(Messages().size(), 1u);
-    EXPECT_THAT(Messages()[0], HasSubstr("(" + missing.string() + ")"));
-    EXPECT_EQ(Messages()[0].substr(0, 2), "E ");
+    EXPECT_THAT(Messages(), ElementsAre("E Output Folder is wrong(" + missing.string() + ")"));
     EXPECT_FALSE(Run("", m_out.Path()).Succeeded());
+}
+
+TEST_F(BatchExport, FillsTheSlotOfTheLogFirst)
+{
+    MessageLog::Instance().SetCallback(nullptr);
+    EXPECT_FALSE(Run("", "").Succeeded());
+    EXPECT_THAT(Messages(), ElementsAre("E Output Folder is wrong"));
 }
 
 TEST_F(BatchExport, TheOutputFolderIsMade)
@@ -208,7 +213,7 @@ TEST_F(BatchExport, AnOutputFolderThatCantBeMadeIsTold)
     MakeScenes({"a.scn"});
     std::ofstream(m_out / "file") << "no folder";
     EXPECT_FALSE(Run(m_in.Path(), m_out / "file").Succeeded());
-    EXPECT_THAT(Messages(), ElementsAre(HasSubstr("(" + (m_out / "file").string() + ")")));
+    EXPECT_THAT(Messages(), ElementsAre("E Output Folder is wrong(" + (m_out / "file").string() + ")"));
     EXPECT_THAT(Opened, IsEmpty());
 }
 

@@ -4,6 +4,7 @@
 
 #include "glb/AddStage.h"
 #include "glb/MemberValues.h"
+#include "glb/NodeMath.h"
 
 namespace tq4x::reader
 {

@@ -5,6 +5,7 @@
 #include "glb/AddStage.h"
 #include "glb/AddVisibilityClip.h"
 #include "glb/MemberValues.h"
+#include "glb/NodeMath.h"
 
 namespace tq4x::reader
 {

@@ -34,6 +34,9 @@ int WrapOf(const std::string& word)
     return word == "Repeat" ? Repeat : word == "MirroredRepeat" ? MirroredRepeat : ClampToEdge;
 }
 
+/// No console shows as many; memory would go beyond what the file itself takes.
+constexpr std::size_t MostPixels = std::size_t{1} << 26;
+
 struct Picture
 {
     std::size_t Width = 0;
@@ -98,6 +101,10 @@ int TextureConversion::AddImage(const std::string& name, ImageUse use)
         return -1;
     }
     const TextureLevel& level = texture.Faces[0].Levels[0];
+    if (level.Width * level.Height > MostPixels) {
+        m_scene.Warnings.push_back("\"" + name + "\": the picture is too large.");
+        return -1;
+    }
     Picture picture{level.Width, level.Height, DecodeLevel(texture.Format, level)};
     if (picture.Pixels.empty()) {
         m_scene.Warnings.push_back("\"" + name + "\": pictures of the format " + texture.Format +

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <array>
 #include <map>
 #include <string>
-#include <tuple>
+#include <utility>
 
 #include "ReadMaterial.h"
 #include "ReadTexture.h"
-#include "glb/AddSkeleton.h"
+#include "glb/GlbScene.h"
 
 namespace tq4x::reader
 {

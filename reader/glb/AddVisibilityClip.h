@@ -3,6 +3,7 @@
 #include <set>
 #include <vector>
 
+#include "ReadModel.h"
 #include "glb/ClipBuilder.h"
 
 namespace tq4x::reader

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "ReadAnimation.h"
-#include "glb/AddSkeleton.h"
+#include "glb/GlbScene.h"
 
 namespace tq4x::reader
 {

@@ -278,6 +278,17 @@ TEST(ConvertTexture, CubesAreLeftOut)
     EXPECT_THAT(converted.Warnings, ElementsAre("\"picture\": cube textures have no place in glTF."));
 }
 
+TEST(ConvertTexture, EndlessPicturesAreLeftOut)
+{
+    ExportedFiles files = PaintedFiles();
+    AddTexture(files, "picture", "L4", {});
+    TextureLevel& level = files.Textures["picture"].Faces[0].Levels[0];
+    level.Width = level.Height = 8200;
+    const Converted converted = Convert(files);
+    EXPECT_FALSE(converted.File.Root.contains("textures"));
+    EXPECT_THAT(converted.Warnings, ElementsAre("\"picture\": the picture is too large."));
+}
+
 TEST(ConvertTexture, WhatIsNotThereIsNotShown)
 {
     ExportedFiles files = PaintedFiles();

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "CheckFiles.h"
 #include "support/PluginCallbacks.h"
 #include "support/SceneBuilder.h"
 #include "support/TemporaryFolder.h"
+#include "support/WrittenFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -94,15 +94,7 @@ public:
 
 private:
     /// Whatever a test exports is read back and must be well, less the pictures that its scene may lack.
-    void ExpectGoodFiles() const
-    {
-        const reader::CheckResult result = reader::CheckFiles(std::vector{m_folder.Path()});
-        for (const reader::Finding& finding : result.Findings)
-            if (finding.Level == reader::Severity::Error && finding.Code != "TQ-REF-TEXTURE" &&
-                result.FileCount > 0)
-                ADD_FAILURE() << finding.File << ":" << finding.Line << ": " << finding.Code << " "
-                              << finding.Text;
-    }
+    void ExpectGoodFiles() const { ExpectWellWritten(m_folder.Path(), {"TQ-REF-TEXTURE"}); }
 
     static XSI::Plugin& LoadedPlugin()
     {

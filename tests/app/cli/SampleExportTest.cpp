@@ -6,6 +6,7 @@
 #include "Program.h"
 #include "pipeline/ExportOptions.h"
 #include "pipeline/SettingsFile.h"
+#include "support/WrittenFiles.h"
 
 // Exports through the plug-in itself.
 namespace tq4x::cli::test
@@ -42,6 +43,8 @@ protected:
             GTEST_SKIP() << "NOT RUN: the sample scenes are absent; they are looked for in " << Samples;
         }
     }
+
+    void TearDown() override { tq4x::test::ExpectWellWritten(Folder.Path()); }
 
     Outcome ExportSample(const std::string& file, const std::string& folder,
                          std::vector<std::string> more = {}) const

@@ -28,7 +28,7 @@ std::uint32_t NumberOf(const char* variable, std::uint32_t otherwise)
 TEST(RandomRoundTrip, FilesHoldTheScenes)
 {
     const std::uint32_t first = NumberOf("TQ4X_ROUND_TRIP_FIRST", 1);
-    const std::uint32_t count = NumberOf("TQ4X_ROUND_TRIP_SEEDS", 60);
+    const std::uint32_t count = NumberOf("TQ4X_ROUND_TRIP_SEEDS", 40);
     for (std::uint32_t seed = first; seed < first + count; ++seed) {
         const ToolInstallation tool;
         const RandomScene scene(seed);

@@ -5,10 +5,10 @@
 #include "support/Golden.h"
 #include "support/MessageRecorder.h"
 #include "support/PlatformGuard.h"
-#include "support/TemporaryFolder.h"
 #include "support/TextureDecoder.h"
 #include "support/TexturePixels.h"
 #include "support/TgaBuilder.h"
+#include "support/WrittenFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ namespace
 
 using test::Bytes;
 using test::MessageRecorder;
-using test::TemporaryFolder;
+using test::WrittenFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -39,7 +39,7 @@ FrameRecord FixedRecord()
     return {"ann", "2013-04-09T08:07:06", "scene.scn", "TQ4X_ForPennonExport for Softimage 2013", "0.5.3"};
 }
 
-std::set<std::string> FilesIn(const TemporaryFolder& folder)
+std::set<std::string> FilesIn(const WrittenFolder& folder)
 {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
@@ -62,7 +62,7 @@ TextureImage Ramp(int width, int height)
 
 TEST(TextureDocument, WritesAPlainTexture)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     TextureImage image = test::RawImage(
         8, 8,
         test::MakePixels(
@@ -79,7 +79,7 @@ TEST(TextureDocument, WritesAPlainTexture)
 
 TEST(TextureDocument, WritesACube)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     TextureImage image = Ramp(32, 24);
     image.Path = "sky.tga";
     TextureSet set;
@@ -199,9 +199,10 @@ TEST(TextureDocument, LeavesThePathAsItStands)
 TEST(TextureFiles, StandInTheFolderWhateverEndsItsName)
 {
     for (const char* end : {"", "/", "\\"}) {
-        const TemporaryFolder folder;
+        const WrittenFolder folder;
         TextureImage image = test::PlainImage(8, 8, 0x102030FF);
         TextureSet set;
+        set.MetaData = FixedRecord();
         set.Add("d/a.png", false, &image);
         EXPECT_TRUE(set.WriteFiles(folder.Path().string() + end));
         EXPECT_THAT(FilesIn(folder), ElementsAre("a.qtex")) << end;
@@ -210,7 +211,7 @@ TEST(TextureFiles, StandInTheFolderWhateverEndsItsName)
 
 TEST(TextureFiles, KeepTheDataOfATool)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     Bytes data;
     for (int i = 0; i < 6 * 64; ++i)
         data.push_back(static_cast<std::uint8_t>(i * 5));
@@ -222,6 +223,7 @@ TEST(TextureFiles, KeepTheDataOfATool)
                    .Build());
     const MessageRecorder recorder;
     TextureSet set;
+    set.MetaData = FixedRecord();
     set.Add(path, true, nullptr);
     EXPECT_TRUE(set.WriteFiles(folder.Path().string()));
     EXPECT_THAT(recorder.Messages(), IsEmpty());
@@ -237,12 +239,13 @@ TEST(TextureFiles, KeepTheDataOfATool)
 
 TEST(TextureFiles, LoadTgaFilesAsTheirEntrySays)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     test::TgaFile file;
     file.Data = Bytes(192, 77);
     for (const char* name : {"color.tga", "normal.tga"})
         WriteBytes(folder / name, file.Build());
     TextureSet set;
+    set.MetaData = FixedRecord();
     set.Add((folder / "color.tga").string(), false, nullptr);
     set.Add((folder / "normal.tga").string(), true, nullptr);
     EXPECT_TRUE(set.WriteFiles(folder.Path().string()));
@@ -252,9 +255,10 @@ TEST(TextureFiles, LoadTgaFilesAsTheirEntrySays)
 
 TEST(TextureFiles, ConvertImagesAsTheirEntrySays)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     TextureImage image = test::PlainImage(8, 8, 0x777777FF);
     TextureSet set;
+    set.MetaData = FixedRecord();
     set.Add("n.png", true, &image);
     EXPECT_TRUE(set.WriteFiles(folder.Path().string()));
     EXPECT_EQ(image.FormatName(), "Hilo8");
@@ -264,10 +268,11 @@ TEST(TextureFiles, ConvertImagesAsTheirEntrySays)
 
 TEST(TextureFiles, EndAtTheFirstThatCannotBeOpened)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     std::filesystem::create_directory(folder / "b.qtex");
     TextureImage image = test::PlainImage(8, 8, 0x777777FF);
     TextureSet set;
+    set.MetaData = FixedRecord();
     for (const char* path : {"3/a.png", "1/c.png", "2/b.png"})
         set.Add(path, false, &image);
     const MessageRecorder recorder;
@@ -278,7 +283,7 @@ TEST(TextureFiles, EndAtTheFirstThatCannotBeOpened)
 
 TEST(TextureFiles, PassOverWhatCannotBeMade)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     const std::string cut = (folder / "cut.tga").string();
     const std::string empty = (folder / "empty.tga").string();
     WriteBytes(cut, test::TgaFile().Build());
@@ -287,6 +292,7 @@ TEST(TextureFiles, PassOverWhatCannotBeMade)
     TextureImage odd = test::PlainImage(12, 8, 0x777777FF);
     TextureImage none;
     TextureSet set;
+    set.MetaData = FixedRecord();
     set.Add("a.png", false, &none);
     set.Add("b.png", false, &odd);
     set.Add("z.png", false, &good);
@@ -308,8 +314,9 @@ TEST(TextureFiles, PassOverWhatCannotBeMade)
 
 TEST(TextureFiles, SayNothingTwice)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     TextureSet set;
+    set.MetaData = FixedRecord();
     set.Add("missing.tga", false, nullptr);
     set.Add("other.tga", false, nullptr);
     set.ReportedPaths.insert("missing.tga");
@@ -320,7 +327,7 @@ TEST(TextureFiles, SayNothingTwice)
 
 TEST(TextureFiles, WriteNothingForNoEntry)
 {
-    const TemporaryFolder folder;
+    const WrittenFolder folder;
     EXPECT_TRUE(TextureSet().WriteFiles((folder / "absent").string()));
     EXPECT_THAT(FilesIn(folder), IsEmpty());
 }

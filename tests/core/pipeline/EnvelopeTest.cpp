@@ -5,6 +5,7 @@
 #include "support/MessageRecorder.h"
 #include "support/PlatformGuard.h"
 #include "support/TemporaryFolder.h"
+#include "support/WrittenFiles.h"
 
 namespace tq4x
 {
@@ -85,7 +86,7 @@ TEST(Envelope, RecordNamesUserAndTool)
 
 TEST(Envelope, FileHoldsTheFrame)
 {
-    const test::TemporaryFolder folder;
+    const test::WrittenFolder folder;
     const test::MessageRecorder recorder;
     const std::string path = (folder / "a.b.qenv").string();
     EXPECT_TRUE(WriteFrameFile(path, Record, EditDataPlace::InsideContent, {}, {}));

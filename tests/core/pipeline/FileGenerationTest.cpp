@@ -5,7 +5,7 @@
 #include "support/GeometryScene.h"
 #include "support/Golden.h"
 #include "support/MessageRecorder.h"
-#include "support/TemporaryFolder.h"
+#include "support/WrittenFiles.h"
 
 #include <fstream>
 #include <sstream>
@@ -77,6 +77,9 @@ protected:
 
     bool Exists(const std::string& name) const { return fs::exists(m_folder / name); }
 
+    /// The files are broken on purpose in this way.
+    void Break(std::string_view code) { m_folder.Break(code); }
+
     std::string Path(const std::string& name) const { return (m_folder / name).string(); }
 
     /// A texture of 8 x 8 pixels that needs no file.
@@ -105,7 +108,7 @@ protected:
     std::vector<std::string> Progress;
 
 private:
-    test::TemporaryFolder m_folder;
+    test::WrittenFolder m_folder;
     MessageRecorder m_recorder;
     std::vector<std::unique_ptr<TextureImage>> m_images;
     std::vector<std::unique_ptr<int>> m_owners;
@@ -161,11 +164,13 @@ TEST_F(FileGeneration, LookupTablesHaveUniqueNamesBeforeMaterialsReferToThem)
 
 TEST_F(FileGeneration, MeshesReferToTheirMaterials)
 {
+    Break("TQ-REF-MATERIAL");
     Options.OutputQmdl = true;
     AddMaterial("unused");
     AddMaterial("wall").RenderPriority = 7;
     Content.Model.Meshes.push_back(std::make_unique<Mesh>(test::MakeMesh()));
     Mesh& mesh = *Content.Model.Meshes.back();
+    mesh.NodeName = "root";
     mesh.Pool[VertexSlot::Position].Edit<Vector3>() = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
     test::AddVertices(mesh, 1, {0, 1, 2});
     test::AddVertices(mesh, 5, {0, 1, 2});
@@ -284,6 +289,7 @@ TEST_F(FileGeneration, EnvironmentFileHasNoAnimation)
     Cameras.Cameras[0].Curves[6].Samples = Ramp();
     Light& light = Lights.Add();
     light.Name = "lamp";
+    light.LightKind = LightKind::SpotLight;
     SetSpotCone(light, 60.0f, 5.0f, Lights.LookupTables);
     EXPECT_TRUE(Generate());
     test::ExpectGolden(Outline(Text("house.qenv"), 3), "core/pipeline/environment-outline.xml");

@@ -1,6 +1,7 @@
 #include "cli/FindRecord.h"
 
 #include <algorithm>
+#include <charconv>
 #include <vector>
 
 #include "gltf/NearestWord.h"
@@ -45,11 +46,21 @@ std::vector<std::size_t> FindMaterials(const gltf::Document& document, std::stri
 {
     std::vector<std::size_t> found;
     for (std::size_t i = 0; i < document.Materials.size(); ++i) {
-        if (document.Materials[i].Name == name) {
+        if (gltf::MaterialName(document, i) == name) {
             found.push_back(i);
         }
     }
     return found;
+}
+
+/// The record of a number that counts in the order of the file, "#3".
+std::vector<std::size_t> FindNumber(std::string_view text, std::size_t count)
+{
+    std::size_t number = 0;
+    const char* const end = text.data() + text.size();
+    const bool isNumber = text.starts_with('#') && text.size() > 1 &&
+                          std::from_chars(text.data() + 1, end, number) == std::from_chars_result{end, {}};
+    return isNumber && number < count ? std::vector{number} : std::vector<std::size_t>();
 }
 
 /// The kinds that a name may mean.
@@ -71,7 +82,7 @@ std::string UnknownName(const gltf::Document& document, const std::string& name,
         names.push_back(gltf::NodeName(document, i));
     }
     for (std::size_t i = 0; wanted.Materials && i < document.Materials.size(); ++i) {
-        names.push_back(document.Materials[i].Name);
+        names.push_back(gltf::MaterialName(document, i));
     }
     const std::vector<std::string_view> words(names.begin(), names.end());
     const std::string_view nearest = FindNearestWord(name, words);
@@ -129,17 +140,26 @@ FoundRecord FindRecord(const gltf::Document& document, const std::string& name)
     if (wanted.Nodes) {
         found = FindNodes(document, bare);
     }
+    if (found.empty() && !wanted.Materials) {
+        found = FindNumber(bare, document.Nodes.size());
+    }
     const bool isMaterial = found.empty() && wanted.Materials;
     if (isMaterial) {
         found = FindMaterials(document, bare);
+    }
+    if (found.empty() && !wanted.Nodes) {
+        found = FindNumber(bare, document.Materials.size());
     }
     if (found.empty()) {
         return Refuse(UnknownName(document, bare, wanted));
     }
     if (found.size() > 1) {
         return Refuse("The scene has " + std::to_string(found.size()) +
-                      (isMaterial ? " materials \"" : " objects \"") + bare +
-                      (isMaterial ? "\"." : "\"; name one by its path, like \"parent/" + bare + "\"."));
+                      (isMaterial ? " materials \"" : " objects \"") + bare + "\"; name one by its " +
+                      (isMaterial ? "number, like material:#"
+                                  : "path, like \"" + gltf::NodePath(document, found.front()) +
+                                        "\", or by its number, like node:#") +
+                      std::to_string(found.front()) + ".");
     }
     return RecordOf(document, found.front(), isMaterial);
 }

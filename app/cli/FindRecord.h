@@ -19,8 +19,9 @@ struct FoundRecord
 };
 
 /// Finds a node by its name or the end of its path, "left/arm/hand", or else a material by its name. A prefix
-/// "node:" or "material:" looks for that kind alone. The nearest name is proposed for one that does not
-/// exist; several nodes of one name are refused.
+/// "node:" or "material:" looks for that kind alone, and behind it a number counts in the order of the file
+/// from 0: "node:#3". The nearest name is proposed for one that does not exist; several of one name are
+/// refused.
 [[nodiscard]] FoundRecord FindRecord(const gltf::Document& document, const std::string& name);
 
 } // namespace tq4x::cli

@@ -19,7 +19,8 @@ namespace
 {
 
 constexpr OptionSpec Specs[] = {
-    {"--on", 0, "OBJECT", "object or material to mark: its name, a path \"parent/name\", \"material:NAME\""},
+    {"--on", 0, "OBJECT",
+     "object or material to mark: its name, a path \"parent/name\", \"material:NAME\", \"node:#3\""},
     {"--output", 'o', "OUT", "file to write; default: the scene itself"},
     {"--user-data", 0, "NAME:TYPE=VALUE",
      "set an item of user data; TYPE is string, integer or float; \"\\n\" parts lines, \"\\\\\" is \"\\\"",

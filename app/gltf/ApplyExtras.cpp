@@ -93,12 +93,13 @@ void ApplyExtras(SceneBuild& build, const PageParameters& pages)
 {
     for (std::size_t i = 0; i < build.Materials.size(); ++i) {
         const Material& source = build.Source->Materials[i];
-        ApplyMembers(build, pages, source.Name, source.Extras, [&](const std::string& type) {
-            const bool isForBoth = type == "TQ4X_ForPennonUserDataProp";
-            return PageParameters::IsForMaterials(type) || isForBoth
-                       ? std::vector<XSI::SceneItem>{build.Materials[i].GetRef()}
-                       : std::vector<XSI::SceneItem>();
-        });
+        ApplyMembers(build, pages, MaterialName(*build.Source, i), source.Extras,
+                     [&](const std::string& type) {
+                         const bool isForBoth = type == "TQ4X_ForPennonUserDataProp";
+                         return PageParameters::IsForMaterials(type) || isForBoth
+                                    ? std::vector<XSI::SceneItem>{build.Materials[i].GetRef()}
+                                    : std::vector<XSI::SceneItem>();
+                     });
     }
     for (const std::size_t node : build.Order) {
         const Node& source = build.Source->Nodes[node];

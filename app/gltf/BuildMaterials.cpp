@@ -121,8 +121,7 @@ public:
 
     [[nodiscard]] XSI::Material Build()
     {
-        m_name = HostName(m_source.Name.empty() ? "material" + std::to_string(m_index) : m_source.Name,
-                          m_build.Remarks);
+        m_name = HostName(MaterialName(*m_build.Source, m_index), m_build.Remarks);
         m_material = Host::CreateMaterial(m_name);
         m_shader = Host::CreateSurfaceShader(m_material, m_source.Unlit ? ConstantShader : PhongShader);
         const Shading shading = ComputeShading(m_source, Finish());

@@ -18,6 +18,12 @@ std::string NodeName(const Document& document, std::size_t node)
     return name.empty() ? "node" + std::to_string(node) : name;
 }
 
+std::string MaterialName(const Document& document, std::size_t material)
+{
+    const std::string& name = document.Materials[material].Name;
+    return name.empty() ? "material" + std::to_string(material) : name;
+}
+
 std::string NodePath(const Document& document, std::size_t node)
 {
     constexpr int MaxLevels = 16; // a message should stay readable on a chain of thousands

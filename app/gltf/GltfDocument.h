@@ -357,6 +357,9 @@ struct Document
 [[nodiscard]] std::string NodePath(const Document& document, std::size_t node);
 [[nodiscard]] std::string NodeName(const Document& document, std::size_t node);
 
+/// "material3" for a material without a name.
+[[nodiscard]] std::string MaterialName(const Document& document, std::size_t material);
+
 /// Nodes of the default scene, parents first, children in file order.
 [[nodiscard]] std::vector<std::size_t> NodesInOrder(const Document& document);
 

@@ -178,11 +178,52 @@ TEST_F(SetCommandTest, TellsObjectsOfOneNameApartByTheirPath)
         return Run({"set", Path("scene.gltf"), "--on", on, "TQ4X_ForPennonNoCompressNode=1"});
     };
     EXPECT_EQ(run("hand").Err, "error: The scene has 2 objects \"hand\"; name one by its path, like "
-                               "\"parent/hand\".\n");
+                               "\"body/left/hand\", or by its number, like node:#3.\n");
     EXPECT_EQ(run("right/hand").Code, Done);
     EXPECT_THAT(Read("scene.gltf"), HasSubstr(R"({"name":"hand"},{"name":"hand","extras":{)"));
     EXPECT_EQ(run("body/left/hand").Code, Done);
     EXPECT_EQ(run("y/left/hand").Code, WrongUsage);
+}
+
+TEST_F(SetCommandTest, TellsRecordsThatShareAllNamesApartByTheirNumber)
+{
+    const std::string scene =
+        R"({"asset":{"version":"2.0"},"nodes":[{"name":"a"},{"name":"a"},{"name":"#0"},{}],)"
+        R"("materials":[{"name":"m"},{"name":"m"},{}]})";
+
+    const struct
+    {
+        const char* On;
+        const char* Word;
+        const char* Before; ///< what stands before the new extras
+        const char* Error;
+    } cases[] = {
+        {"a", "BillboardType", nullptr,
+         "The scene has 2 objects \"a\"; name one by its path, like \"a\", or by its number, like node:#0."},
+        {"m", "MatAttrCullFace", nullptr,
+         "The scene has 2 materials \"m\"; name one by its number, like material:#0."},
+        {"node:#1", "BillboardType", R"({"name":"a"},{"name":"a",)", ""},
+        {"node:#0", "BillboardType", R"({"name":"#0",)", ""},
+        {"node3", "BillboardType", R"({"name":"#0"},{)", ""},
+        {"material:#1", "MatAttrCullFace", R"({"name":"m"},{"name":"m",)", ""},
+        {"material2", "MatAttrCullFace", R"({"name":"m"},{)", ""},
+        {"node:#4", "BillboardType", nullptr, "The scene has no object \"#4\"; did you mean \"#0\"?"},
+        {"material:#", "MatAttrCullFace", nullptr, "The scene has no material \"#\"."},
+        {"material:#1x", "MatAttrCullFace", nullptr, "The scene has no material \"#1x\"."},
+        {"#1", "BillboardType", nullptr, "The scene has no object or material \"#1\"; did you mean \"#0\"?"},
+    };
+
+    for (const auto& row : cases) {
+        Write("marked.gltf", scene);
+        const Outcome outcome = Set(row.On, {std::string("TQ4X_ForPennon") + row.Word + "=2"});
+        const bool isRefused = row.Before == nullptr;
+        EXPECT_EQ(outcome.Err, isRefused ? std::string("error: ") + row.Error + "\n" : "") << row.On;
+        EXPECT_THAT(Read("marked.gltf"),
+                    isRefused
+                        ? testing::Eq(scene)
+                        : testing::Matcher<std::string>(HasSubstr(std::string(row.Before) + R"("extras":{)")))
+            << row.On;
+    }
 }
 
 TEST_F(SetCommandTest, SetsUserData)

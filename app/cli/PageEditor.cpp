@@ -26,6 +26,18 @@ constexpr std::array<const char*, 3> UserDataLists = {"TQ4X_ForPennonUserDataPar
                                                       "TQ4X_ForPennonUserDataParamValueList"};
 constexpr std::array<std::string_view, 3> UserDataKinds = {"string", "integer", "float"};
 
+/// A value that counts only while a switch is on.
+struct SwitchedValue
+{
+    const char* Value;
+    const char* Switch;
+};
+
+constexpr std::array<SwitchedValue, 2> SwitchedValues = {{
+    {"TQ4X_ForPennonCombineGroupValue", "TQ4X_ForPennonCombineGroupUse"},
+    {"TQ4X_ForPennonRenderPrioPriority", "TQ4X_ForPennonRenderPrioUsePriority"},
+}};
+
 XSI::CRef Root()
 {
     return XSI::CRef::FromObjectID(Host::Session::Current().Root);
@@ -201,6 +213,18 @@ std::vector<gltf::JsonMember> PageEditor::Changes() const
         }
     }
     return changes;
+}
+
+std::vector<std::string> PageEditor::FindIdle() const
+{
+    std::vector<std::string> sentences;
+    for (const SwitchedValue& row : SwitchedValues) {
+        const bool isSet = std::ranges::find(m_changed, row.Value) != m_changed.end();
+        if (isSet && !static_cast<bool>(m_pages.at(FindType(row.Value))->Get(row.Switch))) {
+            sentences.push_back(std::string(row.Value) + " counts only while " + row.Switch + " is true.");
+        }
+    }
+    return sentences;
 }
 
 } // namespace tq4x::cli

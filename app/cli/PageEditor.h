@@ -39,6 +39,10 @@ public:
     /// The parameters that were set, with the values that they have now.
     [[nodiscard]] std::vector<gltf::JsonMember> Changes() const;
 
+    /// Sentences about values that were set and count for nothing yet, because the switch of their page is
+    /// off.
+    [[nodiscard]] std::vector<std::string> FindIdle() const;
+
 private:
     XSI::Host::PropertyPage& PageOf(const std::string& type);
     void EditItem(const std::string& name, LONG kind, const std::string& value);

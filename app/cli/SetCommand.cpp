@@ -123,6 +123,7 @@ private:
             }
         }
         m_changes = editor.Changes();
+        m_hints = editor.FindIdle();
         if (m_changes.empty()) {
             return Fail(WrongUsage, "There is nothing to set: PARAMETER=VALUE or --user-data is missing.");
         }
@@ -188,6 +189,9 @@ private:
         for (const gltf::JsonMember& change : m_changes) {
             m_console.Result(change.Key + " = " + gltf::FormatJson(change.Value));
         }
+        for (const std::string& hint : m_hints) {
+            m_console.Hint(hint);
+        }
         return Done;
     }
 
@@ -198,6 +202,7 @@ private:
     FoundRecord m_record;
     std::string m_neighbour; ///< a file that the scene names, if it names any
     std::vector<gltf::JsonMember> m_changes;
+    std::vector<std::string> m_hints;
 };
 
 ExitCode RunSet(const Arguments& arguments, Console& console)

@@ -261,6 +261,20 @@ TEST_F(SetCommandTest, AddsUserDataToThatOfTheMesh)
     EXPECT_THAT(Run({"pages", Path("marked.gltf")}).Out, HasSubstr(R"(UserDataParamNameList = "a\r\nb")"));
 }
 
+TEST_F(SetCommandTest, TellsAValueWhoseSwitchIsOff)
+{
+    const char* const group =
+        "note: TQ4X_ForPennonCombineGroupValue counts only while TQ4X_ForPennonCombineGroupUse is true.\n";
+    const char* const priority = "note: TQ4X_ForPennonRenderPrioPriority counts only while "
+                                 "TQ4X_ForPennonRenderPrioUsePriority is true.\n";
+    EXPECT_EQ(Set("arm", {"TQ4X_ForPennonCombineGroupValue=3"}).Err, group);
+    EXPECT_EQ(Set("arm", {"TQ4X_ForPennonCombineGroupValue=3", "TQ4X_ForPennonCombineGroupUse=true"}).Err,
+              "");
+    EXPECT_EQ(Set("arm", {"TQ4X_ForPennonCombineGroupValue=4"}).Err, "") << "it is on in the scene";
+    EXPECT_EQ(Set("red", {"TQ4X_ForPennonRenderPrioPriority=4"}).Err, priority);
+    EXPECT_EQ(Set("red", {"TQ4X_ForPennonRenderPrioUsePriority=false"}).Err, "");
+}
+
 TEST_F(SetCommandTest, TellsFilesThatAnotherFolderLacks)
 {
     std::string scene = Read("marked.gltf");

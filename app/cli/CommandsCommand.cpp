@@ -7,7 +7,6 @@
 
 #include "cli/Command.h"
 #include "cli/HostConnection.h"
-#include "cli/PluginFile.h"
 #include "cli/ToolFolder.h"
 #include "scene/PluginLoader.h"
 #include "scene/Text.h"
@@ -67,10 +66,8 @@ ExitCode RunCommands(const Arguments& arguments, Console& console)
 {
     const ToolFolder tool;
     const HostConnection connection(console, {});
-    const std::string problem = LoadPluginFile(FindPluginFile(arguments.Value("--plugin")));
-    if (!problem.empty()) {
-        console.Error(problem);
-        return NoPlugin;
+    if (const ExitCode code = LoadPlugin(arguments, console); code != Done) {
+        return code;
     }
     ListCommands(console);
     ListProperties(console);

@@ -8,7 +8,6 @@
 
 #include "cli/Command.h"
 #include "cli/HostConnection.h"
-#include "cli/PluginFile.h"
 #include "cli/ReadSettings.h"
 #include "cli/ToolFolder.h"
 #include "scene/PluginLoader.h"
@@ -155,19 +154,14 @@ ExitCode RunDialog(const Arguments& arguments, Console& console)
         return WrongUsage;
     }
     const ToolFolder tool;
-    const std::string problem = LoadPluginFile(FindPluginFile(arguments.Value("--plugin")));
-    if (!problem.empty()) {
-        console.Error(problem);
-        return NoPlugin;
+    if (const ExitCode code = LoadPlugin(arguments, console); code != Done) {
+        return code;
     }
     gltf::SceneOptions options;
     options.AssetRoot = arguments.Value("--asset-root").value_or("");
     const HostConnection connection(console, options);
-    const gltf::OpenedScene scene = gltf::OpenScene(arguments.Positionals[0], options);
-    TellRemarks(scene.Remarks, console);
-    if (scene.Status != gltf::SceneStatus::Open) {
-        console.Tell(Severity::Error, arguments.Positionals[0], scene.Error);
-        return BadInput;
+    if (const ExitCode code = OpenInHost(arguments.Positionals[0], options, console); code != Done) {
+        return code;
     }
     const bool isOpen = Host::RunMenuItem(Host::FindMenuItem(OpenDialog)).Succeeded();
     const auto& pages = Host::Session::Current().Pages;

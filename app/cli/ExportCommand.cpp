@@ -11,7 +11,6 @@
 #include "cli/FindObject.h"
 #include "cli/HostConnection.h"
 #include "cli/OutputFolder.h"
-#include "cli/PluginFile.h"
 #include "cli/ReplaceFile.h"
 #include "cli/SetVariable.h"
 #include "cli/Terminal.h"
@@ -114,7 +113,7 @@ public:
 
     ExitCode Run()
     {
-        ExitCode code = LoadPlugin();
+        ExitCode code = LoadPlugin(m_arguments, m_console);
         code = code == Done ? Open() : code;
         code = code == Done ? Select() : code;
         code = code == Done ? CheckFolder() : code;
@@ -133,13 +132,6 @@ private:
     {
         m_console.Error(text);
         return code;
-    }
-
-    ExitCode LoadPlugin()
-    {
-        const auto file = FindPluginFile(m_arguments.Value("--plugin"));
-        const std::string problem = LoadPluginFile(file);
-        return problem.empty() ? Done : Fail(NoPlugin, problem);
     }
 
     ExitCode Open()

@@ -4,6 +4,7 @@
 
 #include <xsi_customproperty.h>
 
+#include "cli/PluginFile.h"
 #include "cli/SetVariable.h"
 #include "cli/Terminal.h"
 #include "gltf/PageParameters.h"
@@ -80,19 +81,28 @@ void ProvideExportSettings()
     }
 }
 
-XSI::CStatus OpenInHost(const std::string& path, const gltf::SceneOptions& options, Console& console)
+} // namespace
+
+ExitCode LoadPlugin(const Arguments& arguments, Console& console)
 {
-    const gltf::OpenedScene scene = gltf::OpenScene(path, options);
-    TellRemarks(scene.Remarks, console);
-    if (scene.Status != gltf::SceneStatus::Open) {
-        console.Tell(Severity::Error, path, scene.Error);
-        return XSI::CStatus::Fail;
+    const std::string problem = LoadPluginFile(FindPluginFile(arguments.Value("--plugin")));
+    if (problem.empty()) {
+        return Done;
     }
-    ProvideExportSettings();
-    return XSI::CStatus::OK;
+    console.Error(problem);
+    return NoPlugin;
 }
 
-} // namespace
+ExitCode OpenInHost(const std::filesystem::path& scene, const gltf::SceneOptions& options, Console& console)
+{
+    const gltf::OpenedScene opened = gltf::OpenScene(scene, options);
+    TellRemarks(opened.Remarks, console);
+    if (opened.Status == gltf::SceneStatus::Open) {
+        return Done;
+    }
+    console.Tell(Severity::Error, scene.string(), opened.Error);
+    return BadInput;
+}
 
 void TellRemarks(const gltf::Notes& remarks, Console& console)
 {
@@ -119,7 +129,11 @@ HostConnection::HostConnection(Console& console, const gltf::SceneOptions& optio
         return false;
     };
     slots.OpenScene = [&console, options](const std::string& path) {
-        return OpenInHost(path, options, console);
+        if (OpenInHost(path, options, console) != Done) {
+            return XSI::CStatus(XSI::CStatus::Fail);
+        }
+        ProvideExportSettings();
+        return XSI::CStatus(XSI::CStatus::OK);
     };
 }
 

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <filesystem>
+
+#include "cli/Arguments.h"
 #include "cli/Console.h"
+#include "cli/ExitCode.h"
 #include "gltf/OpenScene.h"
 
 namespace tq4x::cli
@@ -23,6 +27,14 @@ public:
 private:
     bool m_isRefused = false;
 };
+
+/// Loads the plug-in that the option --plugin names, or the one that is found without it. `Done`, or
+/// `NoPlugin` and the reason is told.
+[[nodiscard]] ExitCode LoadPlugin(const Arguments& arguments, Console& console);
+
+/// Opens a scene in the host and tells what was left out. `Done`, or `BadInput` and the reason is told.
+[[nodiscard]] ExitCode OpenInHost(const std::filesystem::path& scene, const gltf::SceneOptions& options,
+                                  Console& console);
 
 /// Tells what was left out when a scene was opened.
 void TellRemarks(const gltf::Notes& remarks, Console& console);

@@ -11,7 +11,6 @@
 #include "cli/FindObject.h"
 #include "cli/HostConnection.h"
 #include "cli/ListMarks.h"
-#include "cli/PluginFile.h"
 #include "cli/ToolFolder.h"
 #include "gltf/PageParameters.h"
 #include "scene/PluginLoader.h"
@@ -118,10 +117,8 @@ bool PrintMaterials(Console& console)
 ExitCode RunPages(const Arguments& arguments, Console& console)
 {
     const ToolFolder tool;
-    const std::string problem = LoadPluginFile(FindPluginFile(arguments.Value("--plugin")));
-    if (!problem.empty()) {
-        console.Error(problem);
-        return NoPlugin;
+    if (const ExitCode code = LoadPlugin(arguments, console); code != Done) {
+        return code;
     }
     gltf::SceneOptions options;
     options.AssetRoot = arguments.Value("--asset-root").value_or("");
@@ -130,11 +127,8 @@ ExitCode RunPages(const Arguments& arguments, Console& console)
         ListMarks(console);
         return Done;
     }
-    const gltf::OpenedScene scene = gltf::OpenScene(arguments.Positionals[0], options);
-    TellRemarks(scene.Remarks, console);
-    if (scene.Status != gltf::SceneStatus::Open) {
-        console.Tell(Severity::Error, arguments.Positionals[0], scene.Error);
-        return BadInput;
+    if (const ExitCode code = OpenInHost(arguments.Positionals[0], options, console); code != Done) {
+        return code;
     }
     const bool hasMarkedObjects = PrintObjects(console);
     const bool hasMarkedMaterials = PrintMaterials(console);

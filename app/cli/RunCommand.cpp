@@ -6,7 +6,6 @@
 
 #include "cli/Command.h"
 #include "cli/HostConnection.h"
-#include "cli/PluginFile.h"
 #include "cli/ToolFolder.h"
 #include "gltf/NearestWord.h"
 #include "scene/Text.h"
@@ -58,16 +57,7 @@ XSI::CValueArray ToArguments(const XSI::Command& command, std::span<const std::s
 ExitCode OpenWanted(const Arguments& arguments, const gltf::SceneOptions& options, Console& console)
 {
     const auto file = arguments.Value("--scene");
-    if (!file) {
-        return Done;
-    }
-    const gltf::OpenedScene scene = gltf::OpenScene(*file, options);
-    TellRemarks(scene.Remarks, console);
-    if (scene.Status != gltf::SceneStatus::Open) {
-        console.Tell(Severity::Error, *file, scene.Error);
-        return BadInput;
-    }
-    return Done;
+    return file ? OpenInHost(*file, options, console) : Done;
 }
 
 ExitCode CallCommand(const Arguments& arguments, Console& console)
@@ -95,10 +85,8 @@ ExitCode RunRun(const Arguments& arguments, Console& console)
 {
     const ToolFolder tool;
     ProvideTemporaryFolder();
-    const std::string problem = LoadPluginFile(FindPluginFile(arguments.Value("--plugin")));
-    if (!problem.empty()) {
-        console.Error(problem);
-        return NoPlugin;
+    if (const ExitCode code = LoadPlugin(arguments, console); code != Done) {
+        return code;
     }
     gltf::SceneOptions options;
     options.AssetRoot = arguments.Value("--asset-root").value_or("");

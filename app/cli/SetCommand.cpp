@@ -6,7 +6,6 @@
 #include "cli/FindRecord.h"
 #include "cli/HostConnection.h"
 #include "cli/PageEditor.h"
-#include "cli/PluginFile.h"
 #include "cli/ReplaceFile.h"
 #include "cli/ToolFolder.h"
 #include "gltf/OpenDocument.h"
@@ -71,7 +70,7 @@ public:
 
     ExitCode Run()
     {
-        ExitCode code = LoadPlugin();
+        ExitCode code = LoadPlugin(m_arguments, m_console);
         code = code == Done ? Find() : code;
         code = code == Done ? Change() : code;
         return code == Done ? Save() : code;
@@ -82,12 +81,6 @@ private:
     {
         m_console.Error(text);
         return code;
-    }
-
-    ExitCode LoadPlugin()
-    {
-        const std::string problem = LoadPluginFile(FindPluginFile(m_arguments.Value("--plugin")));
-        return problem.empty() ? Done : Fail(NoPlugin, problem);
     }
 
     ExitCode Find()

@@ -44,7 +44,8 @@ protected:
         }
     }
 
-    void TearDown() override { tq4x::test::ExpectWellWritten(Folder.Path()); }
+    /// Pictures of other sizes are not written, and are told.
+    void TearDown() override { tq4x::test::ExpectWellWritten(Folder.Path(), {"TQ-REF-TEXTURE"}); }
 
     Outcome ExportSample(const std::string& file, const std::string& folder,
                          std::vector<std::string> more = {}) const

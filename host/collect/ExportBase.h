@@ -52,8 +52,11 @@ public:
     XSI::CRef Object;                  ///< the wrapped host object
     ExportX3DObject* Parent = nullptr; ///< collector of the parent object, if it is exported
     bool ConvertToModel = false;       ///< the object is exported relative to a chosen model root
-    bool InsideInstance = false; ///< as the walk saw it: it forgets at the end of the first object in one
-    InstancePath Instances;      ///< through which it was reached; the last one owns it
+    InstancePath Instances;            ///< through which it was reached; the last one owns it
+
+    /// The walk's flag for an object below an instance. The end of every object clears it, so that it holds
+    /// down to the first leaf only; `Instances` tells the whole truth.
+    bool InsideInstance = false;
 
 protected:
     /// False, with a message, for an object that the host no longer knows.

@@ -80,6 +80,16 @@ TEST_F(PluginCommandsTest, ABatchExportsEachSceneWithItsOwnSettings)
     EXPECT_THAT(outcome.Err, HasSubstr("Optimization failed (2 times)"));
 }
 
+TEST_F(PluginCommandsTest, TheDialogBeginsWithTheScenesOwnSettings)
+{
+    WriteStage("own.gltf", R"("OutputFileName":"hero","Magnify":0.1,"Magnifi":2)");
+    const Outcome outcome = Run({"dialog", Path("own.gltf")});
+    EXPECT_EQ(outcome.Code, Done);
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Output File Name: hero\n"));
+    EXPECT_THAT(outcome.Out, HasSubstr("\n  Magnify: 0.1\n"));
+    EXPECT_THAT(outcome.Err, HasSubstr("warning: There is no parameter Magnifi; did you mean Magnify?\n"));
+}
+
 TEST_F(PluginCommandsTest, ABatchEndsWithTheFirstSceneThatFails)
 {
     MakeInput();

@@ -50,7 +50,7 @@ std::string ValuesOf(const XSI::Parameter& parameter, const Host::PropertyPage& 
 
 std::string TitleOf(const std::string& type)
 {
-    const bool isForBoth = type == "TQ4X_ForPennonUserDataProp";
+    const bool isForBoth = gltf::PageParameters::IsForBoth(type);
     const bool isForMaterials = gltf::PageParameters::IsForMaterials(type);
     return type + (isForBoth        ? ", of objects and materials; \"tq4x set --user-data\" sets an item"
                    : isForMaterials ? ", of materials"
@@ -59,8 +59,8 @@ std::string TitleOf(const std::string& type)
 
 std::string LineOf(const XSI::Parameter& parameter, const Host::PropertyPage& page)
 {
-    const std::string initial =
-        parameter.GetValueType() == XSI::CValue::siString ? "\"\"" : TextOf(parameter.GetDefault());
+    const char* const quote = parameter.GetValueType() == XSI::CValue::siString ? "\"" : "";
+    const std::string initial = quote + TextOf(parameter.GetDefault()) + quote;
     return "  " + TextOf(parameter.GetScriptName()) + " = " + initial + "  (" + ValuesOf(parameter, page) +
            ")";
 }

@@ -95,8 +95,7 @@ void ApplyExtras(SceneBuild& build, const PageParameters& pages)
         const Material& source = build.Source->Materials[i];
         ApplyMembers(build, pages, MaterialName(*build.Source, i), source.Extras,
                      [&](const std::string& type) {
-                         const bool isForBoth = type == "TQ4X_ForPennonUserDataProp";
-                         return PageParameters::IsForMaterials(type) || isForBoth
+                         return PageParameters::IsForMaterials(type) || PageParameters::IsForBoth(type)
                                     ? std::vector<XSI::SceneItem>{build.Materials[i].GetRef()}
                                     : std::vector<XSI::SceneItem>();
                      });

@@ -124,6 +124,11 @@ bool PageParameters::IsForMaterials(const std::string& type)
     return type == "TQ4X_ForPennonMaterialAttrProp" || type == "TQ4X_ForPennonRenderPriorityProp";
 }
 
+bool PageParameters::IsForBoth(const std::string& type)
+{
+    return type == "TQ4X_ForPennonUserDataProp";
+}
+
 std::string PageParameters::FindNearest(const std::string& parameter) const
 {
     std::vector<std::string_view> names;

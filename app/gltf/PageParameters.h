@@ -34,6 +34,9 @@ public:
     /// Whether the property sits on materials and not on objects.
     [[nodiscard]] static bool IsForMaterials(const std::string& type);
 
+    /// Whether the property sits on objects and materials alike.
+    [[nodiscard]] static bool IsForBoth(const std::string& type);
+
     /// The mark whose name is nearest; the prefix that all share may be missing.
     [[nodiscard]] std::string FindNearest(const std::string& parameter) const;
 

@@ -114,13 +114,17 @@ private:
             if (!problem.empty()) {
                 return Fail(WrongUsage, problem);
             }
+            if (editor.HasRefused()) {
+                m_console.Hint("The page said so about --user-data \"" + item + "\"; nothing was written.");
+                return WrongUsage;
+            }
         }
         m_changes = editor.Changes();
         m_hints = editor.FindIdle();
         if (m_changes.empty()) {
             return Fail(WrongUsage, "There is nothing to set: PARAMETER=VALUE or --user-data is missing.");
         }
-        return editor.HasRefused() ? WrongUsage : Done;
+        return Done;
     }
 
     std::string SetParameter(PageEditor& editor, const std::string& word)
@@ -206,12 +210,13 @@ ExitCode RunSet(const Arguments& arguments, Console& console)
 
 } // namespace
 
-const Command SetCommand = {"set",
-                            "SCENE [PARAMETER=VALUE]...",
-                            1,
-                            AnyNumber,
-                            "Marks an object or material of a scene for the exporter.",
-                            Specs,
-                            RunSet};
+const Command SetCommand = {
+    "set",
+    "SCENE [PARAMETER=VALUE]...",
+    1,
+    AnyNumber,
+    "Marks an object or material of a scene for the exporter; \"tq4x pages\" lists the parameters.",
+    Specs,
+    RunSet};
 
 } // namespace tq4x::cli

@@ -326,6 +326,27 @@ TEST_F(SetCommandTest, RefusesUserDataInTheWordsOfThePage)
         {"n:string=&", "String is wrong (please don't use [<] [>] [&] ['] [double quote])"},
         {"n:string='", "String is wrong (please don't use [<] [>] [&] ['] [double quote])"},
         {"n:string=\"", "String is wrong (please don't use [<] [>] [&] ['] [double quote])"},
+    };
+
+    const std::string before = Read("marked.gltf");
+    for (const auto& row : cases) {
+        const Outcome outcome = Set("arm", {"--user-data", "good:integer=1", "--user-data", row.Item});
+        EXPECT_EQ(outcome.Code, WrongUsage) << row.Item;
+        EXPECT_EQ(outcome.Err, std::string("error: ") + row.Error +
+                                   "\nnote: The page said so about --user-data \"" + row.Item +
+                                   "\"; nothing was written.\n");
+        EXPECT_EQ(outcome.Out, "");
+        EXPECT_EQ(Read("marked.gltf"), before);
+    }
+}
+
+TEST_F(SetCommandTest, RefusesUserDataThatIsNoItem)
+{
+    const struct
+    {
+        const char* Item;
+        const char* Error;
+    } cases[] = {
         {"n:word=x", "The type of user data must be string, integer or float, not \"word\"."},
         {"n=x", "User data must be NAME:TYPE=VALUE, not \"n=x\"."},
         {"n", "User data must be NAME:TYPE=VALUE, not \"n\"."},

@@ -60,23 +60,15 @@ float AngleOf(float sine, float cosine)
     return static_cast<float>(radians) * DegreesPerRadianSingle;
 }
 
-/// Whether the X axis points along Z. A sine that is off 1 by its last bit, as any scale may leave it, makes
-/// a cosine of 3e-4: near the pole the rest of the axis tells the cosine better than the sine does.
-bool IsAtPole(const Matrix44& m, float sineY, float cosineY)
-{
-    constexpr float limit = 1e-5f;
-    const bool pointsAlongZ = std::fabs(sineY) > 0.5f; // a row without scale has no direction
-    return cosineY < limit || (pointsAlongZ && std::hypot(m(0, 0), m(0, 1)) < limit);
-}
-
 /// Euler angles in degrees of a matrix whose rows are normalised.
 Vector3 EulerAngles(const Matrix44& m)
 {
+    constexpr float gimbalLimit = 1e-5f;
     constexpr float quarterTurn = 1.57079632679489661923f;
     const float sineY = -m(0, 2);
     const float radicand = 1.0f - sineY * sineY;
     const float cosineY = std::sqrt(radicand > 0.0f ? radicand : 0.0f);
-    if (IsAtPole(m, sineY, cosineY)) {
+    if (cosineY < gimbalLimit) {
         const float y = (sineY > 0.0f ? quarterTurn : -quarterTurn) * DegreesPerRadianSingle;
         return {AngleOf(-m(2, 1), m(1, 1)), y, 0.0f};
     }

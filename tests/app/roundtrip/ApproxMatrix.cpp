@@ -44,17 +44,15 @@ Normalised Normalise(const ApproxMatrix& matrix)
 }
 
 /// The cosine of the turn about Y, by which a pole is known: the X axis points along Z, and turns about X and
-/// Z are the same.
+/// Z are the same. It is found from the sine, which tells little close to a pole.
 Approx PoleCosine(const ApproxMatrix& m)
 {
-    return Sqrt(m[0][0] * m[0][0] + m[0][1] * m[0][1]);
+    return Sqrt(Approx{1, 0} - m[0][2] * m[0][2]);
 }
 
-/// The turn about Y is found from its sine, which tells little close to a pole.
 ApproxVector UsualAngles(const ApproxMatrix& m)
 {
-    const Approx cosine = Sqrt(Approx{1, 0} - m[0][2] * m[0][2]);
-    return {Atan2(m[1][2], m[2][2]), Atan2(-m[0][2], cosine), Atan2(m[0][1], m[0][0])};
+    return {Atan2(m[1][2], m[2][2]), Atan2(-m[0][2], PoleCosine(m)), Atan2(m[0][1], m[0][0])};
 }
 
 ApproxVector PoleAngles(const ApproxMatrix& m)

@@ -135,7 +135,9 @@ PrimitiveSet ParseSet(const ElementReader& element)
     return set;
 }
 
-/// As many vertices as the streams have rows. A shape of constants alone has those that its indices name.
+/// As many vertices as the streams have rows. A shape of constants alone has those that its indices name:
+/// they number vertices in the order of their first use, so there are no more vertices than indices. A larger
+/// index is damage, and must not cost memory.
 std::size_t CountVertices(const Shape& shape)
 {
     for (const VertexStream& stream : shape.Streams) {
@@ -143,16 +145,17 @@ std::size_t CountVertices(const Shape& shape)
             return stream.Values.size() / stream.Dimension;
         }
     }
+    std::size_t named = 0;
     std::size_t count = 0;
     for (const PrimitiveSet& set : shape.Sets) {
         for (const IndexStream& stream : set.Streams) {
+            count += stream.Indices.size();
             for (const std::uint32_t index : stream.Indices) {
-                count = std::max(count, std::size_t{index} + 1);
+                named = std::max(named, std::size_t{index} + 1);
             }
         }
     }
-    constexpr std::size_t MostIndexed = 65536; // a damaged index must not cost memory
-    return std::min(count, MostIndexed);
+    return std::min(named, count);
 }
 
 void ExpandConstants(Shape& shape)

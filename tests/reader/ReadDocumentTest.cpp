@@ -125,6 +125,32 @@ TEST(ReadDocument, StreamsAreDequantised)
     EXPECT_FLOAT_EQ(FindStream(strip, "Color")->Values[19], 128 * 0.00392157F);
 }
 
+/// A few indices in a small file must not make thousands of vertices.
+TEST(ReadDocument, ShapesOfConstantsHaveNoMoreVerticesThanIndices)
+{
+    const struct
+    {
+        const char* Indices;
+        std::size_t VertexCount;
+    } cases[] = {{"0 1 2", 3}, {"0 0 0", 1}, {"0 1 0", 2}, {"0 1 65535", 3}, {"0 1 2147483647", 3}, {"", 0}};
+
+    const std::string good = test::DocumentText("house.qmdl");
+    const std::size_t start = good.find("<VertexAttributes>");
+    const std::size_t end = good.find("</VertexAttributes>");
+    const std::string constants =
+        good.substr(0, start) + "<VertexAttributes>" +
+        R"(<Vector3VertexAttributeQtr Usage="Position" Scale="1">1 2 3</Vector3VertexAttributeQtr>)" +
+        good.substr(end);
+    for (const auto& [indices, count] : cases) {
+        const test::ReadResult result = test::ReadText(
+            FileKind::Model, test::Replaced(constants, ">0 1 2 0 2 3<", ">" + std::string(indices) + "<"));
+        ASSERT_TRUE(result.Content && result.Content->Model) << indices;
+        const Shape& shape = result.Content->Model->Shapes.at(0);
+        EXPECT_EQ(shape.VertexCount, count) << indices;
+        EXPECT_EQ(shape.Streams.at(0).Values.size(), 3 * count) << indices;
+    }
+}
+
 TEST(ReadDocument, InfluencesComeFromThePaletteOfTheSet)
 {
     const Document document = ReadGood("house.qmdl");

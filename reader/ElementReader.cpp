@@ -119,7 +119,13 @@ void ReadValue(UserDataItem& item, const ElementReader& value)
     if (value.Name() == "StringSet") {
         item.Strings.emplace_back(value.Content());
     } else if (value.Name() == "IntSet") {
-        item.Integers.push_back(ParseInteger(value.Content()).value_or(0));
+        const std::optional<int> number = ParseInteger(value.Content());
+        if (!number) {
+            value.Findings().Error("TQ-NUMBER", value.Line(),
+                                   "\"" + std::string(value.Content()) +
+                                       "\" is no whole number of 32 bits (user data).");
+        }
+        item.Integers.push_back(number.value_or(0));
     } else if (const std::optional<double> number = ParseNumber(value.Content())) {
         item.Floats.push_back(static_cast<float>(*number));
     } else {

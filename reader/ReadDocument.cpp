@@ -4,6 +4,7 @@
 #include <array>
 #include <fstream>
 
+#include "AttributeOrder.h"
 #include "ParseSections.h"
 #include "Schema.h"
 #include "XmlTree.h"
@@ -148,6 +149,7 @@ std::optional<Document> ReadDocumentText(FileKind kind, std::string_view text, F
     document.Head = ParseEnvelope((isTexture ? root : content).Child("EditData"));
     ParseContent(document, content);
     CheckSchema(kind, *tree, findings);
+    CheckAttributeOrder(kind, *tree, findings);
     return document;
 }
 

@@ -123,8 +123,10 @@ long ChildProcesses::Start(const ChildCommand& command)
     PROCESS_INFORMATION process{};
     std::wstring line = CommandLineOf(command.Words); // the call may change its text
     std::wstring environment = EnvironmentWith(command.Variables);
-    if (CreateProcessW(XSI::WideFromUtf8(command.Words.front()).c_str(), line.data(), nullptr, nullptr, TRUE,
-                       CREATE_UNICODE_ENVIRONMENT, environment.data(), nullptr, &startup, &process) == 0) {
+    // Without a name of its own for the program the system takes the first word, and knows that ".exe" may be
+    // missing.
+    if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, CREATE_UNICODE_ENVIRONMENT,
+                       environment.data(), nullptr, &startup, &process) == 0) {
         return 0;
     }
     CloseHandle(process.hThread);

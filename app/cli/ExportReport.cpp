@@ -61,8 +61,12 @@ JsonValue SettingsOf(const ExportRequest& request)
 /// Blanks and the signs that mean something in such files get a backslash, a dollar sign is doubled.
 std::string Escaped(const std::filesystem::path& path)
 {
-    std::string escaped;
-    for (const char c : path.string()) {
+    // Forward slashes are none of these signs and known on every system; the colon of a drive stands as it
+    // is.
+    const std::string text = path.generic_string();
+    const std::size_t drive = path.has_root_name() && text.size() > 1 && text[1] == ':' ? 2 : 0;
+    std::string escaped = text.substr(0, drive);
+    for (const char c : text.substr(drive)) {
         if (c == ' ' || c == '#' || c == ':' || c == '%' || c == '\\') {
             escaped += '\\';
         } else if (c == '$') {

@@ -2,12 +2,13 @@
 
 #include <charconv>
 
+#include "cli/DeviceName.h"
 #include "cli/ReadFrameRate.h"
 #include "cli/ReadSettings.h"
-#include "pipeline/FileAccess.h"
 #include "pipeline/OptionProblems.h"
 #include "pipeline/OptionTable.h"
 #include "pipeline/OptionText.h"
+#include "pipeline/PathText.h"
 
 namespace tq4x::cli
 {
@@ -93,9 +94,13 @@ public:
         ReadSettings();
         m_request.Name = m_arguments.Value("--name").value_or(
             FirstOf(m_settings.OutputFileName, m_request.Scene.stem().string()));
+        if (IsDeviceName(m_request.Name)) {
+            Refuse("The output name \"" + m_request.Name +
+                   "\" belongs to a device on Windows; --name gives another.");
+        }
         // Made native here, so that the plug-in and whoever looks for its files mean the same folder.
         m_request.Folder =
-            FilePath(m_arguments.Value("--output").value_or(FirstOf(m_settings.OutputFolder, "."))).string();
+            NativePath(m_arguments.Value("--output").value_or(FirstOf(m_settings.OutputFolder, ".")));
         m_parsed.Content = std::move(m_request);
         return std::move(m_parsed);
     }

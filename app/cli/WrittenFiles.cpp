@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "cli/TimeOfChange.h"
+
 namespace tq4x::cli
 {
 namespace
@@ -34,7 +36,7 @@ WrittenFiles::Snapshot WrittenFiles::Look() const
             std::error_code gone;
             const bool isOurs = entry->is_regular_file(gone) && RankOf(entry->path()) < Extensions.size();
             if (isOurs) {
-                snapshot[entry->path()] = {entry->file_size(gone), entry->last_write_time(gone)};
+                snapshot[entry->path()] = {entry->file_size(gone), TimeOfChange(entry->path())};
             }
         }
     }

@@ -29,7 +29,7 @@ private:
     struct State
     {
         std::uintmax_t Size = 0;
-        std::filesystem::file_time_type Time;
+        std::int64_t Time = 0; ///< of the last change, in the system's units
 
         bool operator==(const State&) const = default;
     };

@@ -76,10 +76,14 @@ PngHeader ReadPngHeader(Bytes file)
     }
     header.Error = CheckPictureSize(ReadBig(first->Data, 0), ReadBig(first->Data, 4));
     const unsigned colorType = first->Data[ColorTypeAt];
-    for (std::optional<Part> part = TakePart(rest); part && part->Name != "IDAT"; part = TakePart(rest)) {
+    std::optional<Part> part = TakePart(rest);
+    for (; part && part->Name != "IEND"; part = TakePart(rest)) {
         if (part->Name == "tRNS") {
             header.TransparentColor = ReadColor(colorType, part->Data);
         }
+    }
+    if (!part && header.Error.empty()) {
+        header.Error = EndText;
     }
     return header;
 }

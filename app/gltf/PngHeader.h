@@ -9,7 +9,7 @@
 namespace tq4x::gltf
 {
 
-/// What a PNG file says before its pixels, as far as a decoder that knows the pixels alone needs it.
+/// What a PNG file says beside its pixels, as far as a decoder that knows the pixels alone needs it.
 struct PngHeader
 {
     /// The colour that stands for full transparency, in the file's depth; grey as three equal values.
@@ -19,7 +19,7 @@ struct PngHeader
     std::string Error; ///< a sentence where the picture's size is out of range or the file ends too early
 };
 
-/// Reads the parts of a file up to its pixels. The file begins with the format's signature.
+/// Walks through the parts of a whole file, which begins with the format's signature.
 [[nodiscard]] PngHeader ReadPngHeader(std::span<const std::uint8_t> file);
 
 } // namespace tq4x::gltf

@@ -1,6 +1,7 @@
 #include "environment/CameraMath.h"
 
 #include "math/Scalar.h"
+#include "math/Trigonometry.h"
 
 #include <cmath>
 #include <cstddef>
@@ -35,8 +36,8 @@ DoubleVector Normalized(const DoubleVector& v)
 /// The row vector times the matrix of a turn about an axis of unit length, in radians.
 DoubleVector Turned(const DoubleVector& v, const DoubleVector& axis, double angle)
 {
-    const double sine = std::sin(angle);
-    const double cosine = std::cos(angle);
+    const double sine = Sine(angle);
+    const double cosine = Cosine(angle);
     const double along = Dot(axis, v) * (1.0 - cosine);
     const DoubleVector cross = {axis[1] * v[2] - axis[2] * v[1], axis[2] * v[0] - axis[0] * v[2],
                                 axis[0] * v[1] - axis[1] * v[0]};

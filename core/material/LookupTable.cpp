@@ -1,6 +1,7 @@
 #include "material/LookupTable.h"
 
 #include "math/Scalar.h"
+#include "math/Trigonometry.h"
 
 #include <cmath>
 #include <limits>
@@ -68,7 +69,7 @@ float Azimuth(float m, float x)
 /// The entry, of 256 for a cosine of 1, at which the cosine of an angle in degrees lies.
 int EntryOfCosine(float angle)
 {
-    const double cosine = std::cos(double{angle * RadiansPerDegreeSingle});
+    const double cosine = Cosine(double{angle * RadiansPerDegreeSingle});
     return std::isfinite(cosine) ? static_cast<int>(cosine * static_cast<double>(LookupValueCount)) : 0;
 }
 

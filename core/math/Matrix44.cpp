@@ -1,6 +1,7 @@
 #include "math/Matrix44.h"
 
 #include "math/Scalar.h"
+#include "math/Trigonometry.h"
 
 #include <cmath>
 
@@ -18,7 +19,7 @@ struct SineCosine
 SineCosine SineCosineOf(float degrees)
 {
     const double radians = static_cast<double>(degrees) * RadiansPerDegree;
-    return {static_cast<float>(std::sin(radians)), static_cast<float>(std::cos(radians))};
+    return {static_cast<float>(Sine(radians)), static_cast<float>(Cosine(radians))};
 }
 
 void SetRow(Matrix44& matrix, std::size_t row, float factor, float x, float y, float z)

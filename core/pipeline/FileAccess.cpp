@@ -6,12 +6,6 @@
 namespace tq4x
 {
 
-bool PathExists(std::string_view path)
-{
-    std::error_code error;
-    return std::filesystem::exists(FilePath(path), error);
-}
-
 std::optional<std::string> ReadFileText(std::string_view path, std::size_t sizeLimit)
 {
     const std::filesystem::path file = FilePath(path);

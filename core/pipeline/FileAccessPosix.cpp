@@ -2,6 +2,8 @@
 
 #include "pipeline/PathText.h"
 
+#include <system_error>
+
 namespace tq4x
 {
 
@@ -10,6 +12,12 @@ std::filesystem::path FilePath(std::string_view path)
     if (path.find('\0') != std::string_view::npos)
         return {};
     return NativePath(path);
+}
+
+bool PathExists(std::string_view path)
+{
+    std::error_code error;
+    return std::filesystem::exists(FilePath(path), error);
 }
 
 // "e" closes the file in the processes that are started meanwhile.

@@ -1,12 +1,12 @@
 #include "pipeline/NumberText.h"
 
+#include "pipeline/ParseClassic.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
-#include <locale.h>
 
 namespace tq4x
 {
@@ -55,18 +55,6 @@ Found<std::int32_t> FindInteger(std::string_view text)
     return {value, static_cast<std::size_t>(end - text.data())};
 }
 
-/// `strtod` that never follows the host's locale.
-double ParseClassic(const char* text, char** end)
-{
-#ifdef _WIN32
-    static const _locale_t classic = _create_locale(LC_ALL, "C");
-    return _strtod_l(text, end, classic);
-#else
-    static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
-    return strtod_l(text, end, classic);
-#endif
-}
-
 float NarrowInsideRange(double value)
 {
     constexpr double largest = std::numeric_limits<float>::max();
@@ -81,7 +69,7 @@ bool IsInfinityWord(std::string_view text)
 Found<float> FindDecimal(std::string_view text)
 {
     const std::string copy(text);
-    char* end = nullptr;
+    const char* end = nullptr;
     const double value = ParseClassic(copy.c_str(), &end);
     const auto length = static_cast<std::size_t>(end - copy.c_str());
     if (std::isinf(value) && !IsInfinityWord(text.substr(0, length)))

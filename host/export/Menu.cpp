@@ -4,6 +4,7 @@
 #include "export/ExportDialog.h"
 #include "export/HostCommands.h"
 #include "export/HostLog.h"
+#include "export/PlaceDialog.h"
 #include "export/PreferencesDialog.h"
 #include "pages/AttributePage.h"
 #include "pages/RenderPriorityList.h"
@@ -44,8 +45,10 @@ XSI::CStatus OpenExportDialog()
 {
     ReadPreferences(CurrentPreferences()); // where its file windows begin
     XSI::CRefArray properties;
-    properties.Add(GetExportProperty());
+    const XSI::CustomProperty property = GetExportProperty();
+    properties.Add(property);
     InspectHostObjects(properties, InspectMode::Recycled);
+    PlaceDialog(property.GetName().GetAsciiString());
     return XSI::CStatus::OK;
 }
 

@@ -108,7 +108,7 @@ private:
 
 inline std::string ExportRun::File(const std::string& name) const
 {
-    std::ifstream stream(m_folder / name, std::ios::binary);
+    std::ifstream stream(m_folder / name); // line ends as programs see them
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 

@@ -10,9 +10,10 @@
 namespace tq4x::test
 {
 
+/// The text of a file, with line ends as programs see them.
 inline std::string ReadWholeFile(const std::filesystem::path& path)
 {
-    std::ifstream stream(path, std::ios::binary);
+    std::ifstream stream(path);
     std::ostringstream text;
     text << stream.rdbuf();
     return text.str();

@@ -37,11 +37,12 @@ public:
         };
     }
 
-    /// A fixed user and the moment 2013-04-09T08:07:06.
+    /// A fixed user, and the moment 2013-04-09T08:07:06 in a fixed format.
     void FixUserAndTime()
     {
         CurrentPlatform().UserName = [] { return std::string("ann"); };
         CurrentPlatform().Now = [] { return LocalTime{2013, 4, 9, 8, 7, 6}; };
+        CurrentPlatform().TimeText = [](const LocalTime& time) { return DateText(time).substr(11); };
     }
 
 private:

@@ -2,7 +2,11 @@
 
 #include "scene/PluginLoader.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <dlfcn.h>
+#endif
 
 namespace tq4x::test
 {
@@ -11,7 +15,13 @@ namespace tq4x::test
 /// those of a library.
 inline XSI::Plugin LoadLinkedPlugin()
 {
-    return XSI::Host::LoadPlugin([](const char* name) { return dlsym(RTLD_DEFAULT, name); });
+    return XSI::Host::LoadPlugin([](const char* name) {
+#ifdef _WIN32
+        return reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(nullptr), name));
+#else
+        return dlsym(RTLD_DEFAULT, name);
+#endif
+    });
 }
 
 } // namespace tq4x::test

@@ -2,10 +2,6 @@
 
 #include <cstdint>
 
-#ifdef _WIN32
-#include <windows.h>
-#endif
-
 namespace XSI
 {
 
@@ -132,39 +128,5 @@ std::string Utf8FromWide(std::wstring_view text)
     }
     return narrow;
 }
-
-#ifdef _WIN32
-
-std::wstring WideFromNarrow(std::string_view text)
-{
-    const int size = static_cast<int>(text.size());
-    std::wstring wide(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), size, nullptr, 0)),
-                      0);
-    MultiByteToWideChar(CP_ACP, 0, text.data(), size, wide.data(), static_cast<int>(wide.size()));
-    return wide;
-}
-
-std::string NarrowFromWide(std::wstring_view text)
-{
-    const int size = static_cast<int>(text.size());
-    const int needed = WideCharToMultiByte(CP_ACP, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
-    std::string narrow(static_cast<std::size_t>(needed), 0);
-    WideCharToMultiByte(CP_ACP, 0, text.data(), size, narrow.data(), needed, nullptr, nullptr);
-    return narrow;
-}
-
-#else
-
-std::wstring WideFromNarrow(std::string_view text)
-{
-    return WideFromUtf8(text);
-}
-
-std::string NarrowFromWide(std::wstring_view text)
-{
-    return Utf8FromWide(text);
-}
-
-#endif
 
 } // namespace XSI

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Program.h"
+#include "support/Variables.h"
 
 namespace tq4x::cli::test
 {

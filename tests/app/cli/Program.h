@@ -12,6 +12,7 @@
 #include "scene/Session.h"
 #include "support/Golden.h"
 #include "support/TemporaryFolder.h"
+#include "support/Variables.h"
 
 namespace tq4x::cli::test
 {
@@ -44,7 +45,7 @@ class ProgramTest : public testing::Test
 protected:
     ProgramTest()
     {
-        setenv("XDG_DATA_HOME", (Folder / "data").c_str(), 1);
+        setenv("XDG_DATA_HOME", (Folder / "data").string().c_str(), 1);
         unsetenv("TQ4X_FORPENNON_ROOT");
         Write("scene.gltf", R"({"asset":{"version":"2.0"},"nodes":[{"name":"body","children":[1,2]},
             {"name":"left","children":[3]},{"name":"right","children":[4]},{"name":"hand"},{"name":"hand"}],
@@ -64,7 +65,7 @@ protected:
 
     std::string Read(const std::string& name) const { return tq4x::test::ReadWholeFile(Folder / name); }
 
-    std::string Path(const std::string& name) const { return (Folder / name).string(); }
+    std::string Path(const std::string& name) const { return (Folder / name).make_preferred().string(); }
 
     /// Makes an installation of the tool whose starter runs a command of the shell. The variable that names
     /// it is set until the end of the test.

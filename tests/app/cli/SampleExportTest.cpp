@@ -6,6 +6,7 @@
 #include "Program.h"
 #include "pipeline/ExportOptions.h"
 #include "pipeline/SettingsFile.h"
+#include "support/Variables.h"
 #include "support/WrittenFiles.h"
 
 // Exports through the plug-in itself.

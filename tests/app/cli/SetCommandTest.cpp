@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include "MarkedScene.h"
 #include "cli/FindObject.h"
 #include "cli/PluginFile.h"
@@ -11,6 +9,7 @@
 #include "scene/Text.h"
 #include "support/Golden.h"
 #include "support/PageDriver.h"
+#include "support/Variables.h"
 
 namespace tq4x::cli::test
 {

@@ -608,9 +608,12 @@ TEST_F(FilesTest, NamesWhatCantBeRead)
     Write("empty.gltf", {});
     EXPECT_EQ(Open("empty.gltf"), "The JSON is malformed at line 1, column 1.");
     Write("scene.gltf", ToBytes(WithAsset(R"("buffers":[{"byteLength":4,"uri":"none.bin"}])")));
-    EXPECT_EQ(Open("scene.gltf"), "/buffers/0/uri: The file " + folder + "/none.bin does not exist.");
+    EXPECT_EQ(Open("scene.gltf"), "/buffers/0/uri: The file " +
+                                      (std::filesystem::path(folder) / "none.bin").string() +
+                                      " does not exist.");
     std::filesystem::create_directory(m_folder / "none.bin");
-    EXPECT_EQ(Open("scene.gltf"), "/buffers/0/uri: " + folder + "/none.bin is not a regular file.");
+    EXPECT_EQ(Open("scene.gltf"), "/buffers/0/uri: " + (std::filesystem::path(folder) / "none.bin").string() +
+                                      " is not a regular file.");
 }
 
 TEST_F(FilesTest, AssetRootLetsFilesLieElsewhere)

@@ -1,7 +1,5 @@
 #include <cmath>
 
-#include <png.h>
-
 #include <xsi_clusterproperty.h>
 #include <xsi_image.h>
 #include <xsi_imageclip2.h>
@@ -11,26 +9,14 @@
 #include "FakePages.h"
 #include "SceneFile.h"
 #include "scene/CreateGeometry.h"
+#include "support/PngBuilder.h"
 
 namespace tq4x::gltf::test
 {
 namespace
 {
 
-Bytes EncodePng(std::uint32_t width, std::uint32_t height, const Bytes& rgba)
-{
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    image.width = width;
-    image.height = height;
-    image.format = PNG_FORMAT_RGBA;
-    png_alloc_size_t size = 0;
-    png_image_write_to_memory(&image, nullptr, &size, 0, rgba.data(), 0, nullptr);
-    Bytes file(size);
-    png_image_write_to_memory(&image, file.data(), &size, 0, rgba.data(), 0, nullptr);
-    file.resize(size);
-    return file;
-}
+using tq4x::test::EncodePng;
 
 class SceneMaterialsTest : public SceneFile
 {

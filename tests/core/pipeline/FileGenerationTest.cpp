@@ -1,6 +1,7 @@
 #include "pipeline/FileGeneration.h"
 
 #include "material/TextureImage.h"
+#include "pipeline/PathText.h"
 #include "scene/NodeTree.h"
 #include "support/GeometryScene.h"
 #include "support/Golden.h"
@@ -385,7 +386,7 @@ TEST_F(FileGeneration, ATextureFileThatCannotBeOpenedEndsGeneration)
     fs::create_directories(Path("Textures/wall.qtex"));
     EXPECT_FALSE(Generate());
     EXPECT_THAT(MessageRecorder::Messages(),
-                ElementsAre("E Can't open file(" + Path("Textures/wall.qtex") + ")"));
+                ElementsAre("E Can't open file(" + AppendPath(Path("Textures"), "wall.qtex") + ")"));
 }
 
 TEST_F(FileGeneration, ExtensionsAreAppendedNeverReplaced)

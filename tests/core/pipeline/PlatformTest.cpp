@@ -4,14 +4,10 @@
 #include "support/MessageRecorder.h"
 #include "support/PlatformGuard.h"
 #include "support/TemporaryFolder.h"
+#include "support/Variables.h"
 
 #include <algorithm>
-#include <csignal>
-#include <cstdlib>
-#include <fcntl.h>
 #include <fstream>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 
 namespace tq4x
@@ -36,7 +32,7 @@ TEST(Platform, SystemAnswersWithinItsRanges)
     const LocalTime now = platform.Now();
     EXPECT_GT(now.Year, 2000);
     EXPECT_TRUE(now.Month >= 1 && now.Month <= 12 && now.Day >= 1 && now.Day <= 31);
-    EXPECT_EQ(platform.TimeText({2013, 4, 9, 8, 7, 6}), "08:07:06");
+    EXPECT_THAT(platform.TimeText({2013, 4, 9, 8, 7, 6}), testing::HasSubstr("8:07:06")); // the user's format
     EXPECT_THAT(platform.UserName(), testing::Not(IsEmpty()));
 }
 
@@ -90,37 +86,8 @@ TEST(Platform, ACopyOfAReadOnlyFileCanBeReplacedAgain)
     for (int i = 0; i < 2; ++i)
         EXPECT_TRUE(SystemPlatform().CopyOver((folder / "a").string(), (folder / "b").string())) << i;
     EXPECT_EQ(test::ReadWholeFile(folder / "b"), "text");
-    EXPECT_EQ(fs::status(folder / "b").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_NE(fs::status(folder / "b").permissions() & fs::perms::owner_write, fs::perms::none);
     EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("a", "b"));
-}
-
-TEST(Platform, ACopyReplacesALinkAndLeavesWhatItLeadsTo)
-{
-    const TemporaryFolder folder;
-    std::ofstream(folder / "a") << "new";
-    std::ofstream(folder / "other") << "other";
-    fs::create_symlink("other", folder / "b");
-    EXPECT_TRUE(SystemPlatform().CopyOver((folder / "a").string(), (folder / "b").string()));
-    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(folder / "b")));
-    EXPECT_EQ(test::ReadWholeFile(folder / "b"), "new");
-    EXPECT_EQ(test::ReadWholeFile(folder / "other"), "other");
-}
-
-TEST(Platform, AFailedCopyLeavesNothingBehind)
-{
-    const TemporaryFolder folder;
-    std::ofstream(folder / "a") << "new";
-    fs::create_directory(folder / "b");
-    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    const auto copy = [&](const char* from, const char* to) {
-        return SystemPlatform().CopyOver((folder / from).string(), (folder / to).string());
-    };
-    EXPECT_FALSE(copy("a", "b")) << "a folder";
-    EXPECT_FALSE(copy("a", "pipe")) << "no regular file";
-    EXPECT_FALSE(copy("pipe", "c")) << "from a pipe";
-    EXPECT_FALSE(copy("missing", "c"));
-    EXPECT_THAT(NamesIn(folder.Path()), ElementsAre("a", "b", "pipe"));
-    EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
 }
 
 TEST(Platform, EnsureFolderMakesParentsAndTellsWhatItCannotMake)
@@ -139,65 +106,6 @@ TEST(Platform, EnsureFolderMakesParentsAndTellsWhatItCannotMake)
     EXPECT_THAT(test::MessageRecorder::Messages(),
                 ElementsAre("E Can't create folder(" + root + "/file).",
                             "E Can't create folder(" + root + "/file/x).", "E Can't create folder()."));
-}
-
-TEST(Platform, CommandsRunInTheShell)
-{
-    const TemporaryFolder folder;
-    const std::string path = (folder / "said").string();
-    EXPECT_EQ(SystemPlatform().RunCommand("echo \"a  b\" > \"" + path + "\""), 0);
-    EXPECT_EQ(test::ReadWholeFile(path), "a  b\n");
-    EXPECT_EQ(SystemPlatform().RunCommand("exit 7"), 7);
-    EXPECT_EQ(SystemPlatform().RunCommand("kill -9 $$"), 128 + 9);
-    EXPECT_NE(SystemPlatform().RunCommand("\"" + (folder / "missing").string() + "\" 2>/dev/null"), 0);
-}
-
-TEST(Platform, FilesOfThisProcessAreNotInherited)
-{
-    const TemporaryFolder folder;
-    const std::string path = (folder / "file").string();
-    const int file = open(path.c_str(), O_CREAT | O_WRONLY, 0600);
-    ASSERT_GE(file, 3);
-    const std::string test = "test ! -e /proc/self/fd/" + std::to_string(file);
-    EXPECT_EQ(SystemPlatform().RunCommand(test), 0);
-    close(file);
-}
-
-TEST(Platform, SignalsThatThisProcessIgnoresAreNotIgnoredByCommands)
-{
-    const struct
-    {
-        int Signal;
-        const char* Command;
-    } rows[] = {{SIGPIPE, "kill -PIPE $$"}, {SIGXFSZ, "kill -XFSZ $$"}};
-
-    for (const auto& row : rows) {
-        void (*const former)(int) = std::signal(row.Signal, SIG_IGN);
-        EXPECT_EQ(SystemPlatform().RunCommand(row.Command), 128 + row.Signal) << row.Command;
-        std::signal(row.Signal, former);
-    }
-}
-
-TEST(Platform, ACommandThatCannotBeStartedIsToldOnStandardError)
-{
-    const std::string command(std::size_t{8} << 20, 'x'); // longer than a process may be told
-    testing::internal::CaptureStderr();
-    const int exitCode = SystemPlatform().RunCommand(command);
-    const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(exitCode, 1);
-    EXPECT_THAT(said, testing::StartsWith("Error: My exec process create: /bin/sh -c \"xxx"));
-}
-
-TEST(Platform, AnUnreadableExitCodeIsToldOnStandardError)
-{
-    // With the signal ignored the system forgets its children when they end.
-    void (*const former)(int) = std::signal(SIGCHLD, SIG_IGN);
-    testing::internal::CaptureStderr();
-    const int exitCode = SystemPlatform().RunCommand("exit 0");
-    const std::string said = testing::internal::GetCapturedStderr();
-    std::signal(SIGCHLD, former);
-    EXPECT_EQ(exitCode, 1);
-    EXPECT_EQ(said, "Error: My exec process get exit code: /bin/sh -c \"exit 0\"\n");
 }
 
 } // namespace

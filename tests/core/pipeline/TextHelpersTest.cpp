@@ -74,7 +74,7 @@ TEST(TextHelpers, LongDoubleByteTextIsConvertedWhole)
 TEST(TextHelpers, UnknownCodePageKeepsAscii)
 {
     const test::PlatformGuard guard;
-    SetSystemCodePage(1);
+    SetSystemCodePage(54321);
     EXPECT_EQ(ToUtf8("a\xE4"
                      "b"),
               "a\xEF\xBF\xBD"

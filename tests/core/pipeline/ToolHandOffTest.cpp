@@ -1,4 +1,5 @@
 #include "pipeline/ToolHandOff.h"
+#include "pipeline/PathText.h"
 
 #include "support/Golden.h"
 #include "support/MessageRecorder.h"
@@ -323,7 +324,8 @@ TEST_F(HandOff, TheRootMayEndInASeparator)
         Commands.clear();
         UseRoot(Path("root") + end);
         EXPECT_TRUE(RunOptimization(Options));
-        EXPECT_THAT(Commands, ElementsAre("\"" + Starter() + "\" -daemon"));
+        const std::string starter = Path("root") + end + "tools/BrellStudioStarter/BrellStudioStarter.exe";
+        EXPECT_THAT(Commands, ElementsAre("\"" + NativePath(starter) + "\" -daemon"));
     }
 }
 
@@ -353,7 +355,7 @@ TEST_F(HandOff, OutputPathsThatAScriptCannotHold)
         EXPECT_FALSE(RunOptimization(Options)) << folder;
         EXPECT_FALSE(ShowInViewer(Options, {})) << folder;
         ExpectNothingHappened();
-        const std::string message = "E Can't open file(" + std::string(folder) + "/house.qmdl)";
+        const std::string message = "E Can't open file(" + AppendPath(folder, "house.qmdl") + ")";
         EXPECT_THAT(MessageRecorder::Messages(), ElementsAre(message, message));
     }
 }
@@ -460,7 +462,8 @@ TEST(ListViewerFiles, EachKindOnlyWithItsFlag)
     options.OutputFileName = "a.b";
     options.OutputFolder = "f/";
     EXPECT_THAT(PathsOf(ListViewerFiles(options, {"y", "x"})),
-                ElementsAre("f/a.b.qmdl as a.b", "f/Textures/x.qtex as x", "f/Textures/y.qtex as y"));
+                ElementsAre("f/a.b.qmdl as a.b", AppendPath("f/Textures", "x.qtex") + " as x",
+                            AppendPath("f/Textures", "y.qtex") + " as y"));
     options.OutputQtex = false;
     options.OutputQskla = options.OutputQmata = options.OutputQmdla = options.OutputQenv = true;
     EXPECT_THAT(PathsOf(ListViewerFiles(options, {"x"})),

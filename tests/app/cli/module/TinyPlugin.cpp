@@ -29,9 +29,9 @@ std::string Text(const XSI::CValue& value)
 void WriteCall(const std::string& folder, const std::string& name, const XSI::CValueArray& texts)
 {
     std::filesystem::create_directories(folder + "/Textures");
-    std::ofstream(folder + "/Textures/a.qtex") << "texture";
+    std::ofstream(folder + "/Textures/a.qtex", std::ios::binary) << "texture";
     std::ofstream(folder + "/other.txt") << "not ours";
-    std::ofstream file(folder + "/" + name + ".qmdl");
+    std::ofstream file(folder + "/" + name + ".qmdl", std::ios::binary);
     for (LONG i = 0; i < texts.GetCount(); ++i) {
         file << Text(texts[i]) << "\n";
     }

@@ -1,3 +1,5 @@
+// What the sample pictures hold is read by a library that there is for this system alone.
+
 #include "material/DecodeTga.h"
 #include "material/TextureImage.h"
 #include "support/Golden.h"

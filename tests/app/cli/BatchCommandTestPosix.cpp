@@ -5,6 +5,7 @@
 
 #include "MarkedScene.h"
 #include "cli/ExportRequest.h"
+#include "support/Variables.h"
 
 namespace tq4x::cli::test
 {

@@ -1,0 +1,144 @@
+#include "pipeline/Platform.h"
+
+#include "pipeline/FileAccess.h"
+#include "pipeline/OutputFile.h"
+#include "pipeline/TextHelpers.h"
+#include "support/Golden.h"
+#include "support/PlatformGuard.h"
+#include "support/TemporaryFolder.h"
+
+#include <windows.h>
+
+#include <fstream>
+
+namespace tq4x
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+using test::TemporaryFolder;
+
+TEST(PlatformWindows, CommandsRunInTheShell)
+{
+    const TemporaryFolder folder;
+    const std::string path = (folder / "said (1).txt").string();
+    EXPECT_EQ(SystemPlatform().RunCommand("echo a  b> \"" + path + "\""), 0);
+    EXPECT_EQ(test::ReadWholeFile(path), "a  b\n");
+    EXPECT_EQ(SystemPlatform().RunCommand("exit 7"), 7);
+    EXPECT_NE(SystemPlatform().RunCommand("\"" + (folder / "missing").string() + "\" 2>NUL"), 0);
+}
+
+TEST(PlatformWindows, ACopyReplacesAReadOnlyFileAndMayBeReplacedItself)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder / "a") << "new";
+    std::ofstream(folder / "b") << "old";
+    for (const char* const name : {"a", "b"})
+        ASSERT_NE(SetFileAttributesW((folder / name).c_str(), FILE_ATTRIBUTE_READONLY), 0);
+    EXPECT_TRUE(SystemPlatform().CopyOver((folder / "a").string(), (folder / "b").string()));
+    EXPECT_EQ(test::ReadWholeFile(folder / "b"), "new");
+    EXPECT_EQ(GetFileAttributesW((folder / "b").c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
+    EXPECT_NE(GetFileAttributesW((folder / "a").c_str()) & FILE_ATTRIBUTE_READONLY, 0u);
+    SetFileAttributesW((folder / "a").c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST(PlatformWindows, AFailedCopyLeavesNothingBehind)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder / "a") << "new";
+    fs::create_directory(folder / "b");
+    EXPECT_FALSE(SystemPlatform().CopyOver((folder / "a").string(), (folder / "b").string())) << "a folder";
+    EXPECT_FALSE(SystemPlatform().CopyOver((folder / "missing").string(), (folder / "c").string()));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), {}), 2);
+}
+
+TEST(PlatformWindows, LongPaths)
+{
+    const test::PlatformGuard guard;
+    SetSystemCodePage(CodePageUtf8);
+    const TemporaryFolder folder;
+    std::string deep = folder.Path().string();
+    for (int i = 0; i < 4; ++i)
+        deep += "\\" + std::string(100, 'n');
+    ASSERT_GT(deep.size(), 400u);
+    EXPECT_TRUE(EnsureFolder(deep + "/x"));
+    OutputFile file;
+    ASSERT_TRUE(file.Open(deep + "/x/../text"));
+    file.Write("line\n");
+    ASSERT_TRUE(file.Commit());
+    EXPECT_TRUE(PathExists(deep + "\\text"));
+    EXPECT_EQ(ReadFileText(deep + "/text", 100), "line\r\n");
+    EXPECT_TRUE(SystemPlatform().CopyOver(deep + "\\text", deep + "\\copy"));
+    EXPECT_EQ(ReadFileText(deep + "\\copy", 100), "line\r\n");
+}
+
+TEST(PlatformWindows, NamesBeyondTheCodePage)
+{
+    const test::PlatformGuard guard;
+    SetSystemCodePage(CodePageUtf8);
+    const TemporaryFolder folder;
+    for (const char* const name : {"Stra\xc3\x9f"
+                                   "e (1)",
+                                   "\xe7\x81\xaf\xe5\x8f\xb0", "\xf0\x9f\x97\xbc tower"}) {
+        const std::string path = folder.Path().string() + "\\" + name;
+        EXPECT_TRUE(EnsureFolder(path)) << name;
+        OutputFile file;
+        ASSERT_TRUE(file.Open(path + "/" + name + ".qmdl")) << name;
+        file.Write("x");
+        EXPECT_TRUE(file.Commit()) << name;
+        EXPECT_TRUE(fs::exists(fs::u8path(path + "/" + name + ".qmdl"))) << name;
+    }
+}
+
+TEST(PlatformWindows, NamesInADoubleByteCodePage)
+{
+    const test::PlatformGuard guard;
+    SetSystemCodePage(CodePageShiftJis);
+    const TemporaryFolder folder;
+    // The second byte of the first character is a backslash.
+    const std::string name = "\x95\x5C\x8E\xA6";
+    EXPECT_TRUE(EnsureFolder(folder.Path().string() + "\\" + name));
+    EXPECT_TRUE(fs::is_directory(folder.Path() / L"\u8868\u793A"));
+}
+
+TEST(PlatformWindows, NamesOfDevicesCannotBeWritten)
+{
+    const TemporaryFolder folder;
+    for (const char* const name : {"CON", "nul", "aux.qmdl", "COM1.qmdl", "LPT1"}) {
+        OutputFile file;
+        const bool isOpen = file.Open((folder.Path() / name).string());
+        if (isOpen)
+            file.Write("x");
+        EXPECT_FALSE(isOpen && file.Commit()) << name;
+    }
+    EXPECT_TRUE(fs::is_empty(folder.Path()));
+}
+
+TEST(PlatformWindows, LinesEndAsInTextFiles)
+{
+    const TemporaryFolder folder;
+    const std::string path = (folder / "a").string();
+    OutputFile text, binary;
+    ASSERT_TRUE(text.Open(path));
+    text.Write("one\ntwo\n");
+    ASSERT_TRUE(text.Commit());
+    EXPECT_EQ(ReadFileText(path, 100), "one\r\ntwo\r\n");
+    ASSERT_TRUE(binary.OpenBinary(folder / "a"));
+    binary.Write("one\n");
+    ASSERT_TRUE(binary.Commit());
+    EXPECT_EQ(ReadFileText(path, 100), "one\n");
+}
+
+TEST(PlatformWindows, DrivesAndShares)
+{
+    EXPECT_TRUE(PathExists("C:\\"));
+    EXPECT_FALSE(PathExists("Q:\\nothing"));
+    EXPECT_FALSE(SystemPlatform().MakeFolder("Q:\\nothing\\at\\all"));
+    EXPECT_EQ(FilePath("\\\\server\\share\\" + std::string(300, 'x')).wstring().substr(0, 21),
+              L"\\\\?\\UNC\\server\\share\\");
+    EXPECT_EQ(FilePath("C:/a/../b/" + std::string(300, 'x')).wstring().substr(0, 9), L"\\\\?\\C:\\b\\");
+}
+
+} // namespace
+} // namespace tq4x

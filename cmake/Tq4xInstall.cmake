@@ -11,6 +11,7 @@ if(WIN32)
     # The system looks for a program's libraries beside the program, and for a plug-in's there too.
     install(TARGETS tq4x xsi RUNTIME DESTINATION bin COMPONENT program)
     install(TARGETS TQ4X_ForPennonExport LIBRARY DESTINATION lib/tq4x COMPONENT program)
+    install(TARGETS no_tool_starter RUNTIME DESTINATION lib/tq4x COMPONENT program)
     install(FILES ${documents} DESTINATION . COMPONENT program)
 
     set(addon "Application/Plugins")

@@ -12,10 +12,11 @@ const switches = [
 ];
 
 export class Browser {
-  static async start() {
+  /** "more": further switches. */
+  static async start(more = []) {
     const browser = new Browser();
     browser.folder = mkdtempSync(join(tmpdir(), "tq4x-browser-"));
-    browser.process = spawn("chromium", [...switches, "--user-data-dir=" + browser.folder, "about:blank"],
+    browser.process = spawn("chromium", [...switches, ...more, "--user-data-dir=" + browser.folder, "about:blank"],
       { stdio: ["ignore", "ignore", "ignore", "pipe", "pipe"] });
     browser.waiting = new Map();
     browser.sessions = new Map();

@@ -140,6 +140,20 @@ const tests = {
     await page.close();
   },
 
+  async "no WebGL"() {
+    const plain = await Browser.start(["--disable-3d-apis"]);
+    const page = await openPage(plain, join(folder, "lighthouse.html"));
+    assert.deepEqual(await problemsOf(page), []);
+    await expectRows(page);
+    assert.ok((await textOf(page, "#notice")).startsWith("There is no 3D view: this browser has no WebGL"));
+    await page.evaluate("document.querySelector('#panel-objects .pick').click()");
+    await page.press("f");
+    assert.equal(await page.evaluate("document.querySelectorAll('tr.chosen').length"), 1);
+    assert.deepEqual(await problemsOf(page), []);
+    await page.close();
+    await plain.close();
+  },
+
   async "no export at all"(browser) {
     const { page: file, code } = exportScene(join(folder, "missing.glb"), "missing");
     assert.equal(code, 3);

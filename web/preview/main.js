@@ -74,6 +74,18 @@ async function showScene(data, scene, onPick) {
   return viewport;
 }
 
+const hasWebGl = () => Boolean(document.createElement("canvas").getContext("webgl2"));
+
+/** Why there is no 3D view; nothing if there is something to show. */
+function reasonForNone(data, shown) {
+  if (shown) {
+    return hasWebGl() ? "" : "There is no 3D view: this browser has no WebGL, or it is switched off. " +
+      "The tables tell what was written.";
+  }
+  const problem = data.scenes.find((scene) => scene.problem)?.problem;
+  return problem ? "There is no 3D view. " + problem : "No model was written, so there is nothing to show in 3D.";
+}
+
 async function start() {
   const data = JSON.parse(byId("data").textContent);
   let viewport = null;
@@ -87,11 +99,9 @@ async function start() {
   const hasMeshes = data.scenes.some((scene) => scene.meshes.length);
   showTab(data.exitCode !== 0 ? "log" : hasMeshes ? "objects" : data.textures.length ? "textures" : "motion");
   const shown = data.scenes.find((scene) => scene.glb && (scene.meshes.length || scene.bones.length));
-  if (!shown) {
-    const problem = data.scenes.find((scene) => scene.problem)?.problem;
-    byId("notice").textContent = problem
-      ? "There is no 3D view. " + problem
-      : "No model was written, so there is nothing to show in 3D.";
+  const reason = reasonForNone(data, shown);
+  if (reason) {
+    byId("notice").textContent = reason;
     byId("canvas").hidden = true;
     byId("tools").hidden = true;
     return;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "glb/AddVisibilityClip.h"
+
 namespace tq4x::preview
 {
 namespace
@@ -65,17 +67,14 @@ PreviewScene DescribeModel(const reader::Model& model)
 {
     PreviewScene scene;
     std::map<std::string, std::size_t> users;
-    std::map<std::string, bool> isNodeVisible;
-    for (const reader::MeshNodeVisibility& node : model.NodeVisibilities) {
-        isNodeVisible.emplace(node.Name, node.IsVisible);
-    }
-    for (const reader::Mesh& mesh : model.Meshes) {
+    const std::vector<bool> isVisible = reader::VisibleMeshes(model);
+    for (std::size_t i = 0; i < model.Meshes.size(); ++i) {
+        const reader::Mesh& mesh = model.Meshes[i];
         ++users[mesh.MaterialName];
-        const auto node = isNodeVisible.find(mesh.NodeName);
         PreviewMesh row;
         row.Node = mesh.NodeName;
         row.Material = mesh.MaterialName;
-        row.IsVisible = mesh.IsVisible && (node == isNodeVisible.end() || node->second);
+        row.IsVisible = isVisible[i];
         if (mesh.Shape >= 0 && static_cast<std::size_t>(mesh.Shape) < model.Shapes.size()) {
             DescribeShape(model.Shapes[static_cast<std::size_t>(mesh.Shape)], model.Magnify, row);
         }

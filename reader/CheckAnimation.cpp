@@ -1,3 +1,4 @@
+#include <cmath>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -109,6 +110,23 @@ void CheckMaterialPath(const MemberAnimation& member, const std::optional<Member
     }
 }
 
+/// `FrameSize` is the length of the window in whole frames.
+void CheckWindow(const SkeletalAnimation& animation, FindingList& findings)
+{
+    const double length = animation.EndFrame - animation.StartFrame;
+    // Six digits are printed of each end.
+    const double printing = 5e-6 * (std::abs(animation.StartFrame) + std::abs(animation.EndFrame));
+    if (length < 0) {
+        findings.Error("TQ-FRAME-SIZE", animation.Head.Line, "EndFrame lies before StartFrame.");
+    } else if (animation.Head.FrameSize >= 0 &&
+               std::abs(animation.Head.FrameSize - std::trunc(length)) > 1 + printing) {
+        findings.Error("TQ-FRAME-SIZE", animation.Head.Line,
+                       "FrameSize says " + std::to_string(animation.Head.FrameSize) +
+                           ", StartFrame and EndFrame are " + std::to_string(std::lround(length)) +
+                           " frames apart.");
+    }
+}
+
 /// Whether two bones may be the same one in a model and in its animation.
 bool IsSameBone(const Bone& first, const Bone& second)
 {
@@ -160,9 +178,7 @@ void CheckSkeletalAnimation(const SkeletalAnimation& animation, FindingList& fin
             TellBadPath(member, "names no bone of the skeleton", findings);
         }
     }
-    if (animation.EndFrame < animation.StartFrame) {
-        findings.Error("TQ-FRAME-SIZE", animation.Head.Line, "EndFrame lies before StartFrame.");
-    }
+    CheckWindow(animation, findings);
 }
 
 void CheckMaterialAnimation(const MaterialAnimation& animation, FindingList& findings)

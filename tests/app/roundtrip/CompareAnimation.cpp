@@ -91,6 +91,8 @@ public:
 
     void Compare() const
     {
+        for (std::size_t i = 0; i < m_host.Stages.size(); ++i)
+            ComparePictures(i);
         for (const SampledFrame& frame : m_trip.Host.Frames) {
             CompareColors(frame);
             for (std::size_t i = 0; i < std::min(m_host.Stages.size(), m_still.Coordinators.size()); ++i)
@@ -104,6 +106,31 @@ private:
         const auto& animation = m_trip.Written.Materials.MaterialAnimation;
         return animation ? FindMember(animation->Members, "Materials[\"" + m_host.Name + "\"]." + path)
                          : nullptr;
+    }
+
+    /// Pictures change at frames of the host, not at such that count from the start of the export.
+    void ComparePictures(std::size_t number) const
+    {
+        static Deviation& row = DeviationOf("changing picture");
+        const std::map<int, std::string>& wanted = m_host.Stages[number].Pictures;
+        const std::string path = "TextureMappers[" + std::to_string(number) + "].Texture";
+        const std::optional<reader::Curve> curve = ChannelOf(Member(path), 0);
+        const std::string place = m_host.Name + "." + path;
+        if (!CheckEqual(row, curve.has_value(), wanted.size() > 1, place) || !curve)
+            return;
+        for (int frame = wanted.begin()->first; frame <= m_trip.Host.LastFrame; ++frame)
+            CheckEqual(row, PatternAt(*curve, frame),
+                       LegalName(BaseName(std::prev(wanted.upper_bound(frame))->second)),
+                       place + " at frame " + std::to_string(frame));
+    }
+
+    /// The name of the picture that a curve shows; empty if there is none.
+    std::string PatternAt(const reader::Curve& curve, int frame) const
+    {
+        const auto& patterns = m_trip.Written.Materials.MaterialAnimation->Patterns;
+        const auto index =
+            static_cast<std::size_t>(reader::EvaluateCurve(curve, static_cast<float>(frame)).value_or(-1.0F));
+        return index < patterns.size() ? patterns[index].Name : "";
     }
 
     void CompareColors(const SampledFrame& frame) const

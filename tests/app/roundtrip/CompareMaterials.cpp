@@ -171,7 +171,7 @@ private:
 
     void CompareMapper(const HostStage& stage, const reader::TextureMapper& written) const
     {
-        Same(written.Texture.Name, LegalName(BaseName(stage.ImageFile)), "texture");
+        Same(written.Texture.Name, LegalName(BaseName(stage.Pictures.at(0))), "texture");
         Same(written.Texture.Path, "Textures/" + written.Texture.Name + ".qtex", "texture path");
         Same(written.MinFilter + " " + written.MagFilter, "LinearMipmapLinear Linear", "filters");
         Same(written.WrapS, WantedWrap(stage, "wrap_u"), "wrapping along u");

@@ -142,30 +142,34 @@ void CompareTexture(const reader::Texture& texture, const SourcePicture& picture
                           place);
 }
 
+void CompareFile(const RoundTrip& trip, const HostStage& stage, const std::string& picture)
+{
+    static Deviation& words = DeviationOf("texture form");
+    const std::filesystem::path file =
+        trip.Written.Folder / "Textures" / (LegalName(BaseName(picture)) + ".qtex");
+    reader::FindingList findings(file.string());
+    const std::optional<reader::Document> document = reader::ReadDocument(file, findings);
+    const bool isRead = document && document->Texture && !findings.HasErrors();
+    if (!CheckEqual(words, isRead, true, picture))
+        return;
+    CheckEqual(words, document->Texture->Path, picture, picture + ", path");
+    const auto known = trip.Pictures.find(picture);
+    CompareTexture(*document->Texture,
+                   known != trip.Pictures.end() ? known->second
+                                                : PictureOf(stage.Texture.GetImageClip().GetImage()),
+                   stage.IsNormalMap, picture);
+}
+
 } // namespace
 
 void CompareTextures(const RoundTrip& trip)
 {
-    static Deviation& words = DeviationOf("texture form");
     std::set<std::string> compared; // the first use of a picture decides how it is taken
     for (const HostMaterial& material : trip.Host.Materials)
-        for (const HostStage& stage : material.Stages) {
-            if (!compared.insert(stage.ImageFile).second)
-                continue;
-            const std::filesystem::path file =
-                trip.Written.Folder / "Textures" / (LegalName(BaseName(stage.ImageFile)) + ".qtex");
-            reader::FindingList findings(file.string());
-            const std::optional<reader::Document> document = reader::ReadDocument(file, findings);
-            const bool isRead = document && document->Texture && !findings.HasErrors();
-            if (!CheckEqual(words, isRead, true, stage.ImageFile))
-                continue;
-            CheckEqual(words, document->Texture->Path, stage.ImageFile, stage.ImageFile + ", path");
-            const auto known = trip.Pictures.find(stage.ImageFile);
-            CompareTexture(*document->Texture,
-                           known != trip.Pictures.end() ? known->second
-                                                        : PictureOf(stage.Texture.GetImageClip().GetImage()),
-                           stage.IsNormalMap, stage.ImageFile);
-        }
+        for (const HostStage& stage : material.Stages)
+            for (const auto& [frame, picture] : stage.Pictures)
+                if (compared.insert(picture).second)
+                    CompareFile(trip, stage, picture);
 }
 
 } // namespace tq4x::test

@@ -10,6 +10,7 @@
 #include <xsi_property.h>
 #include <xsi_shader.h>
 #include <xsi_texturelayer.h>
+#include <xsi_timecontrol.h>
 
 #include <algorithm>
 #include <cctype>
@@ -55,13 +56,64 @@ bool IsMix(const XSI::CRef& shader)
            ProgId(shader) == "Softimage.sib_color_8mix.1.0";
 }
 
+/// A file sequence: "folder/name[1..12;2].tga".
+struct Sequence
+{
+    std::string Before;
+    std::string Behind;
+    int Low = 0;
+    int High = 0;
+    std::size_t Digits = 0;
+
+    explicit Sequence(const std::string& pattern)
+        : Before(pattern.substr(0, pattern.rfind('['))),
+          Behind(pattern.substr(pattern.rfind(']') + 1))
+    {
+        const std::string range = pattern.substr(Before.size() + 1);
+        Low = std::stoi(range);
+        High = std::stoi(range.substr(range.find("..") + 2));
+        Digits = std::stoul(range.substr(range.find(';') + 1));
+    }
+
+    std::string FileAt(int number) const
+    {
+        const std::string text = std::to_string(number);
+        return Before + std::string(Digits - std::min(Digits, text.size()), '0') + text + Behind;
+    }
+};
+
+/// The last frame of the window shows no picture of its own.
+std::map<int, std::string> PicturesOf(const XSI::ImageClip2& clip, int first, int last)
+{
+    const XSI::TimeControl time = clip.GetTimeControl();
+    if (time.GetClipIn() == 0.0 && time.GetClipOut() == 0.0)
+        return {{0, clip.GetFileName().GetAsciiString()}};
+    const XSI::CString pattern = clip.GetParameterValue("SourceFileName");
+    const Sequence sequence(pattern.GetAsciiString());
+    const double length = time.GetClipOut() - time.GetClipIn() + 1.0;
+    const double start = time.GetStartOffset() - 1.0;
+    std::map<int, std::string> pictures;
+    std::string before;
+    for (int frame = first; frame < last; ++frame) {
+        const double moved = std::clamp((frame - start) * time.GetScale(), 0.0, length);
+        const double source = frame < start ? 0.0 : time.GetClipIn() + moved;
+        const std::string file =
+            sequence.FileAt(std::clamp(static_cast<int>(source), sequence.Low, sequence.High));
+        if (file != before)
+            pictures[pictures.empty() ? 0 : frame] = file;
+        before = file;
+    }
+    return pictures;
+}
+
 /// Collects a material's images in the order of the shader's ports.
 class StageList
 {
 public:
-    StageList(HostMaterial& material, double frame, bool ignoresAmbient)
+    StageList(HostMaterial& material, const HostScene& scene, bool ignoresAmbient)
         : m_material(material),
-          m_frame(frame)
+          m_scene(scene),
+          m_frame(scene.Frames.empty() ? 0.0 : scene.Frames.front().Host)
     {
         const XSI::Shader& surface = material.Surface;
         const std::string kind = surface.GetProgID().GetAsciiString();
@@ -91,7 +143,9 @@ private:
         const XSI::CString set = texture.GetParameterValue("tspace_id");
         const std::string file = clip.GetFileName().GetAsciiString();
         if (!file.empty())
-            m_material.Stages.push_back({texture, set.GetAsciiString(), file, isNormalMap});
+            m_material.Stages.push_back({texture, set.GetAsciiString(), file, isNormalMap,
+                                         PicturesOf(clip, static_cast<int>(m_scene.FirstFrame),
+                                                    static_cast<int>(m_scene.LastFrame))});
     }
 
     void AddPort(const char* name)
@@ -146,6 +200,7 @@ private:
     }
 
     HostMaterial& m_material;
+    const HostScene& m_scene;
     double m_frame;
     XSI::CRef m_mix;
 };
@@ -249,8 +304,7 @@ private:
         HostMaterial material{XSI::Material(reference), {}, {}, {}, {}};
         material.Name = m_materialNames.Take(LegalName(NameOf(material.Object)));
         material.Surface = XSI::Shader(SourceOf(material.Object.GetParameter("surface")));
-        StageList(material, m_scene.Frames.empty() ? 0.0 : m_scene.Frames.front().Host,
-                  m_settings.IgnoresAmbientTexture);
+        StageList(material, m_scene, m_settings.IgnoresAmbientTexture);
         m_scene.Materials.push_back(std::move(material));
         return static_cast<int>(m_scene.Materials.size()) - 1;
     }

@@ -31,8 +31,10 @@ struct HostStage
 {
     XSI::Texture Texture;
     std::string CoordinateSet;
-    std::string ImageFile; ///< path of the picture
+    std::string ImageFile; ///< path of the clip's picture
     bool IsNormalMap = false;
+    std::map<int, std::string>
+        Pictures; ///< paths by the frame from which on they are seen; the first from 0 on
 };
 
 struct HostMaterial

@@ -129,4 +129,26 @@ std::vector<XSI::ImageClip2> DrawPictures(RandomDraw& draw, const std::filesyste
     return clips;
 }
 
+void MakeSequences(RandomDraw& draw, const std::vector<XSI::ImageClip2>& clips,
+                   const std::filesystem::path& folder, int first, int last, SourcePictures& pictures)
+{
+    for (std::size_t i = 0; i < clips.size(); ++i) {
+        if (first >= last || !draw.Chance(20)) // a window of one frame shows none
+            continue;
+        const std::string name = (folder / ("reel" + std::to_string(i) + "_")).string();
+        const int low = draw.Int(1, 3);
+        const int count = draw.Int(1, 4);
+        for (int number = low; number < low + count; ++number) {
+            const std::string path = name + "0" + std::to_string(number) + ".tga";
+            SourcePicture picture = DrawPixels(draw, false);
+            WriteTga(path, picture, draw);
+            pictures[path] = picture;
+        }
+        const std::string range =
+            "[" + std::to_string(low) + ".." + std::to_string(low + count - 1) + ";2].tga";
+        XSI::Host::SetSequence(clips[i], name + range, draw.Int(1, 2), low + count,
+                               draw.Int(first, first + 2), draw.Of<double>({0.5, 1.0, 1.0, 2.0}));
+    }
+}
+
 } // namespace tq4x::test

@@ -17,4 +17,8 @@ namespace tq4x::test
 std::vector<XSI::ImageClip2> DrawPictures(RandomDraw& draw, const std::filesystem::path& folder,
                                           SourcePictures& pictures);
 
+/// Makes file sequences of some clips, all of them shown within the frames `first` to `last`.
+void MakeSequences(RandomDraw& draw, const std::vector<XSI::ImageClip2>& clips,
+                   const std::filesystem::path& folder, int first, int last, SourcePictures& pictures);
+
 } // namespace tq4x::test

@@ -27,8 +27,10 @@ using XSI::MATH::DegreesToRadians;
 class SceneMaker
 {
 public:
-    SceneMaker(RandomDraw& draw, const TimeLine& time, const RoundTripSettings& settings)
+    /// `reels` draws what came to the scenes later: the scenes of the seeds are else what they were.
+    SceneMaker(RandomDraw& draw, RandomDraw& reels, const TimeLine& time, const RoundTripSettings& settings)
         : m_draw(draw),
+          m_reels(reels),
           m_time(time),
           m_settings(settings),
           m_isHierarchical(draw.Chance(15)),
@@ -38,6 +40,7 @@ public:
     void Make(const std::filesystem::path& folder, SourcePictures& pictures)
     {
         const std::vector<XSI::ImageClip2> clips = DrawPictures(m_draw, folder, pictures);
+        MakeSequences(m_reels, clips, folder, WindowStart(), WindowEnd(), pictures);
         for (int i = m_draw.Int(1, 3); i > 0; --i)
             m_sets.push_back("set" + std::to_string(i));
         m_materials = DrawMaterials(m_draw, clips, m_sets, m_time);
@@ -56,6 +59,16 @@ public:
     }
 
 private:
+    int WindowStart() const
+    {
+        return m_settings.Range ? m_settings.Range->first - 1 : static_cast<int>(m_time.First);
+    }
+
+    int WindowEnd() const
+    {
+        return m_settings.Range ? m_settings.Range->second - 1 : static_cast<int>(m_time.Last);
+    }
+
     /// Every third name is used again.
     std::string Name()
     {
@@ -235,6 +248,7 @@ private:
     }
 
     RandomDraw& m_draw;
+    RandomDraw& m_reels;
     const TimeLine& m_time;
     const RoundTripSettings& m_settings;
     bool m_isHierarchical;
@@ -259,7 +273,8 @@ RandomScene::RandomScene(std::uint32_t seed)
     const TimeLine time{first, first + (draw.Chance(15) ? 0 : draw.Int(1, 12))};
     scene.Frames(time.First, time.Last);
     m_settings = DrawSettings(draw, time.First, time.Last);
-    SceneMaker(draw, time, m_settings).Make(m_folder.Path(), m_pictures);
+    RandomDraw reels(~seed);
+    SceneMaker(draw, reels, time, m_settings).Make(m_folder.Path(), m_pictures);
 }
 
 } // namespace tq4x::test

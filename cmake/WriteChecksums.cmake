@@ -1,4 +1,8 @@
-# Runs at the end of an installation: SHA256SUMS of all that lies in it, as `sha256sum --check` reads it.
+# Runs at the end of the installation of an add-on: SHA256SUMS tells the sums of all that lies in it, as
+# `sha256sum --check` reads them.
+if(NOT CMAKE_INSTALL_COMPONENT STREQUAL "addon")
+    return() # a folder that others may use too
+endif()
 set(root "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")
 file(GLOB_RECURSE files RELATIVE "${root}" "${root}/*")
 list(REMOVE_ITEM files SHA256SUMS)

@@ -3,23 +3,7 @@
 set(work "${BUILD}/package-test")
 file(REMOVE_RECURSE "${work}")
 
-function(run)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE code OUTPUT_VARIABLE output ERROR_VARIABLE output)
-    if(NOT code EQUAL 0)
-        list(JOIN ARGN " " command)
-        message(FATAL_ERROR "${command}\nended with ${code}:\n${output}")
-    endif()
-    set(output "${output}" PARENT_SCOPE)
-endfunction()
-
-function(expect_files folder expected)
-    file(GLOB_RECURSE found RELATIVE "${folder}" "${folder}/*")
-    list(FILTER found EXCLUDE REGEX "\\.h$")
-    list(SORT found)
-    if(NOT found STREQUAL expected)
-        message(FATAL_ERROR "${folder} holds\n  ${found}\ninstead of\n  ${expected}")
-    endif()
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/Steps.cmake")
 
 # --- the program, moved away from its build tree ---
 set(root "${work}/installed")

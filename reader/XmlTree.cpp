@@ -62,6 +62,51 @@ std::string TrimmedMessage(const char* message)
     return text;
 }
 
+/// The place behind a mark, from a place on; the end of the text if the mark is not there.
+std::size_t Behind(std::string_view text, std::string_view mark, std::size_t from)
+{
+    const std::size_t at = text.find(mark, from);
+    return at == std::string_view::npos ? text.size() : at + mark.size();
+}
+
+/// Counts the attributes of a tag and moves behind it. Of values nothing is looked at.
+int PassTag(std::string_view text, std::size_t& at)
+{
+    int count = 0;
+    while (at < text.size() && text[at] != '>') {
+        const char sign = text[at++];
+        count += sign == '=' ? 1 : 0;
+        if (sign == '"' || sign == '\'') {
+            at = Behind(text, std::string_view(&sign, 1), at);
+        }
+    }
+    return count;
+}
+
+/// Where the first tag with too many attributes begins; the end of the text if there is none.
+std::size_t FindCrowdedTag(std::string_view text)
+{
+    std::size_t at = text.find('<');
+    while (at < text.size()) {
+        const std::size_t start = at;
+        const std::string_view rest = text.substr(at);
+        if (rest.starts_with("<!--")) {
+            at = Behind(text, "-->", at);
+        } else if (rest.starts_with("<![CDATA[")) {
+            at = Behind(text, "]]>", at);
+        } else if (PassTag(text, at) > XmlTree::MostAttributes) {
+            return start;
+        }
+        at = text.find('<', at);
+    }
+    return text.size();
+}
+
+long LineAt(std::string_view text, std::size_t place)
+{
+    return 1 + static_cast<long>(std::ranges::count(text.substr(0, place), '\n'));
+}
+
 bool IsBlank(std::string_view text)
 {
     return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
@@ -297,8 +342,12 @@ std::optional<XmlTree> XmlTree::Parse(std::string_view text, FindingList& findin
 {
     const std::size_t type = text.find("<!DOCTYPE");
     if (type != std::string_view::npos) {
-        const auto line = 1 + std::ranges::count(text.substr(0, type), '\n');
-        findings.Error("TQ-XML-DOCTYPE", line, "A document type is not allowed.");
+        findings.Error("TQ-XML-DOCTYPE", LineAt(text, type), "A document type is not allowed.");
+        return std::nullopt;
+    }
+    if (const std::size_t crowded = FindCrowdedTag(text); crowded < text.size()) {
+        findings.Error("TQ-XML-SIZE", LineAt(text, crowded),
+                       "An element has more than " + std::to_string(MostAttributes) + " attributes.");
         return std::nullopt;
     }
     return XmlTreeBuilder(findings, mostItems).Parse(text);

@@ -47,6 +47,9 @@ public:
     /// Elements may stand this deep. The deepest of the eight kinds needs half of it.
     static constexpr int MostDepth = 32;
 
+    /// So many attributes may an element have. The time of the library grows with the square of their number.
+    static constexpr int MostAttributes = 64;
+
     /// So many elements and attributes may stand in one file; beyond that a small file would need a lot of
     /// memory.
     static constexpr std::size_t MostItems = 12'000'000;

@@ -128,6 +128,40 @@ TEST(XmlTree, TheNumberOfElementsAndAttributesIsLimited)
               Texts{"2 error TQ-XML-SIZE There are more than 3 elements and attributes."});
 }
 
+std::string WithAttributes(int count)
+{
+    std::string text = "<root>\n<a";
+    for (int i = 0; i < count; ++i) {
+        text += " a" + std::to_string(i) + "='b=\"c\">'";
+    }
+    return text + "/></root>";
+}
+
+/// A file of a few megabytes must not keep the library busy for minutes.
+TEST(XmlTree, TheAttributesOfAnElementAreLimited)
+{
+    const struct
+    {
+        const char* Name;
+        std::string Text;
+        std::vector<std::string> Findings;
+    } cases[] = {
+        {"most", WithAttributes(64), {}},
+        {"too many", WithAttributes(65), {"2 error TQ-XML-SIZE An element has more than 64 attributes."}},
+        {"hostile", WithAttributes(500000), {"2 error TQ-XML-SIZE An element has more than 64 attributes."}},
+        {"in a comment", "<root><!-- don't: " + std::string(100, '=') + " --></root>", {}},
+        {"in a text", "<root>" + std::string(100, '=') + "</root>", {}},
+        {"in raw text", "<root><![CDATA[<a " + std::string(100, '=') + ">]]></root>", {}},
+    };
+
+    for (const auto& [name, text, expected] : cases) {
+        FindingList findings("file");
+        const std::optional<XmlTree> tree = XmlTree::Parse(text, findings);
+        EXPECT_EQ(tree.has_value(), expected.empty()) << name;
+        EXPECT_EQ(test::ToTexts(findings.Take()), expected) << name;
+    }
+}
+
 TEST(XmlTree, TheGrammarLooksAtALimitedNumberOfThem)
 {
     FindingList findings("file");

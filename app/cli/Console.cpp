@@ -13,19 +13,6 @@ namespace
 
 constexpr std::string_view PlainColor = "\033[0m";
 
-std::string_view WordOf(Severity severity)
-{
-    switch (severity) {
-    case Severity::Error:
-        return "error";
-    case Severity::Warning:
-        return "warning";
-    case Severity::Information:
-        return "note";
-    }
-    return "note";
-}
-
 std::string_view ColorOf(Severity severity)
 {
     switch (severity) {
@@ -45,6 +32,19 @@ std::string CountText(std::size_t count, std::string_view word)
 }
 
 } // namespace
+
+std::string_view WordOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::Error:
+        return "error";
+    case Severity::Warning:
+        return "warning";
+    case Severity::Information:
+        return "note";
+    }
+    return "note";
+}
 
 Streams ProcessStreams()
 {

@@ -18,6 +18,9 @@ enum class Severity
     Information,
 };
 
+/// "error", "warning", "note"
+std::string_view WordOf(Severity severity);
+
 /// One message, and how often it came.
 struct Message
 {

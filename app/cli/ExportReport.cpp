@@ -22,19 +22,6 @@ JsonValue Number(std::uint64_t number)
     return {static_cast<std::int64_t>(number)};
 }
 
-std::string_view WordOf(Severity severity)
-{
-    switch (severity) {
-    case Severity::Error:
-        return "error";
-    case Severity::Warning:
-        return "warning";
-    case Severity::Information:
-        return "note";
-    }
-    return "note";
-}
-
 JsonValue FilesOf(const std::vector<WrittenFiles::File>& files)
 {
     JsonArray list;

@@ -1,5 +1,4 @@
-#include "pipeline/OutputFile.h"
-
+#include "core/pipeline/WrittenText.h"
 #include "pipeline/FileAccess.h"
 #include "support/Golden.h"
 #include "support/MessageRecorder.h"
@@ -13,31 +12,12 @@ namespace
 {
 
 namespace fs = std::filesystem;
+using test::Fill;
+using test::NamesIn;
 using test::ReadWholeFile;
 using test::TemporaryFolder;
+using test::WriteAll;
 using testing::ElementsAre;
-
-void Fill(const fs::path& path, const std::string& text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-bool WriteAll(const fs::path& path, const std::string& text)
-{
-    OutputFile file;
-    if (!file.Open(path.string()))
-        return false;
-    file.Write(text);
-    return file.Commit();
-}
-
-std::vector<std::string> NamesIn(const fs::path& folder)
-{
-    std::vector<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    return names;
-}
 
 TEST(OutputFile, NewAndExistingTargets)
 {

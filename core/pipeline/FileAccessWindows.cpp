@@ -12,6 +12,8 @@
 #include <shlwapi.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+
 namespace tq4x
 {
 namespace
@@ -21,11 +23,17 @@ namespace
 /// shortest kind of file names.
 constexpr std::size_t LongestPlainPath = MAX_PATH - 13;
 
-/// The form that has no limit: absolute, with backslashes, without "." and "..", behind a prefix.
-std::wstring UnlimitedForm(const std::wstring& path)
+/// Absolute, with backslashes, without "." and "..".
+std::wstring FullPath(const std::wstring& path)
 {
     std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
     full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    return full;
+}
+
+/// The form of a full path that has no limit.
+std::wstring UnlimitedForm(const std::wstring& full)
+{
     if (full.starts_with(L"\\\\"))
         return full.starts_with(L"\\\\?\\") ? full : L"\\\\?\\UNC" + full.substr(1);
     return L"\\\\?\\" + full;
@@ -49,7 +57,8 @@ std::filesystem::path FilePath(std::string_view path)
     if (path.find('\0') != std::string_view::npos)
         return {};
     const std::wstring wide = WidenText(SystemCodePage(), path);
-    return wide.size() > LongestPlainPath ? UnlimitedForm(wide) : wide;
+    const std::wstring full = FullPath(wide); // a short path may stand for a long one in a deep folder
+    return std::max(wide.size(), full.size()) > LongestPlainPath ? UnlimitedForm(full) : wide;
 }
 
 bool PathExists(std::string_view path)

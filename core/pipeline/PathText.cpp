@@ -2,6 +2,8 @@
 
 #include "pipeline/TextHelpers.h"
 
+#include <algorithm>
+
 namespace tq4x
 {
 namespace
@@ -83,6 +85,11 @@ std::string ForwardSlashes(std::string_view path)
             native[i] = '/';
     }
     return native;
+}
+
+bool IsLeftByShell(std::string_view path)
+{
+    return !IsWindows || std::ranges::count(path, '%') < 2;
 }
 
 } // namespace tq4x

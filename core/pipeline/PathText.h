@@ -31,4 +31,8 @@ std::string NativePath(std::string_view path);
 /// Every "\" becomes "/" on all systems: paths inside scripts and references.
 std::string ForwardSlashes(std::string_view path);
 
+/// True if the system's shell takes the path between double quotes as it stands, as far as percent signs go:
+/// on Windows it may put a variable in the place of what two of them enclose.
+bool IsLeftByShell(std::string_view path);
+
 } // namespace tq4x

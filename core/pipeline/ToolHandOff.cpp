@@ -34,10 +34,16 @@ std::string BelowRoot(std::string_view path)
     return *root + (EndsWithSeparator(*root) ? "" : "/") + std::string(path);
 }
 
+/// Whether a command line can hold the path, between double quotes.
+bool IsCommandSafe(const std::string& path)
+{
+    return IsScriptSafe(path) && IsLeftByShell(path);
+}
+
 /// The starter must exist, and its path must be one that a command line can hold.
 bool CheckStarter(const std::string& starter)
 {
-    const bool isUsable = !starter.empty() && IsScriptSafe(starter) && PathExists(starter);
+    const bool isUsable = !starter.empty() && IsCommandSafe(starter) && PathExists(starter);
     return isUsable || Fail(MessageCode::BrellStudioNotFound, starter);
 }
 
@@ -132,7 +138,7 @@ bool ShowInViewer(const ExportOptions& options, const std::set<std::string>& tex
     std::vector<std::string> paths = {script};
     for (const ViewerFile& file : files)
         paths.push_back(file.Path);
-    if (const std::optional<std::string> path = FindUnsafePath(paths); path || !IsScriptSafe(script))
+    if (const std::optional<std::string> path = FindUnsafePath(paths); path || !IsCommandSafe(script))
         return Fail(MessageCode::CannotOpenFile, path.value_or(script));
     if (!WriteScript(folder, ViewerScript(files)) || !CheckStarter(starter))
         return false;

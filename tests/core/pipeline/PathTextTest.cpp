@@ -72,5 +72,18 @@ TEST(PathText, TrailBytesAreNoSeparators)
     EXPECT_TRUE(EndsWithSeparator("a\x95/"));
 }
 
+TEST(PathText, PercentSignsInTheShell)
+{
+#ifdef _WIN32
+    constexpr bool enclosesVariables = true;
+#else
+    constexpr bool enclosesVariables = false;
+#endif
+    for (const char* path : {"", "C:/a b", "100% sure", "%"})
+        EXPECT_TRUE(IsLeftByShell(path)) << path;
+    for (const char* path : {"%TEMP%", "a%TEMP:~0,3%b", "100%%"})
+        EXPECT_EQ(IsLeftByShell(path), !enclosesVariables) << path;
+}
+
 } // namespace
 } // namespace tq4x

@@ -29,6 +29,33 @@ TEST(PlatformWindows, CommandsRunInTheShell)
     EXPECT_NE(SystemPlatform().RunCommand("\"" + (folder / "missing").string() + "\" 2>NUL"), 0);
 }
 
+/// Goes into a folder until the end of the scope.
+class FolderVisit
+{
+public:
+    explicit FolderVisit(const fs::path& folder) : m_former(fs::current_path()) { fs::current_path(folder); }
+
+    FolderVisit(const FolderVisit&) = delete;
+    FolderVisit& operator=(const FolderVisit&) = delete;
+
+    ~FolderVisit() { fs::current_path(m_former); }
+
+private:
+    fs::path m_former;
+};
+
+TEST(PlatformWindows, ACommandThatCannotBeStartedIsToldOnStandardError)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder / "cmd.exe") << "no program"; // the system looks into the current folder first
+    const FolderVisit visit(folder.Path());
+    testing::internal::CaptureStderr();
+    const int exitCode = SystemPlatform().RunCommand("\"C:\\a b.exe\" -daemon");
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(exitCode, 1);
+    EXPECT_EQ(said, "Error: My exec process create: cmd.exe /c \"\"C:\\a b.exe\" -daemon\"\n");
+}
+
 TEST(PlatformWindows, ACopyReplacesAReadOnlyFileAndMayBeReplacedItself)
 {
     const TemporaryFolder folder;
@@ -71,6 +98,19 @@ TEST(PlatformWindows, LongPaths)
     EXPECT_EQ(ReadFileText(deep + "/text", 100), "line\r\n");
     EXPECT_TRUE(SystemPlatform().CopyOver(deep + "\\text", deep + "\\copy"));
     EXPECT_EQ(ReadFileText(deep + "\\copy", 100), "line\r\n");
+}
+
+TEST(PlatformWindows, ShortPathsInALongFolder)
+{
+    const TemporaryFolder folder;
+    const fs::path deep = folder / std::string(220 - folder.Path().string().size(), 'n');
+    fs::create_directory(deep);
+    const FolderVisit visit(deep);
+    EXPECT_EQ(FilePath("a").wstring(), L"a");
+    const std::string name = std::string(60, 'm') + "/b";
+    EXPECT_EQ(FilePath(name).wstring(), L"\\\\?\\" + deep.wstring() + L"\\" + std::wstring(60, 'm') + L"\\b");
+    EXPECT_TRUE(EnsureFolder(name));
+    EXPECT_TRUE(PathExists(name));
 }
 
 TEST(PlatformWindows, NamesBeyondTheCodePage)

@@ -94,8 +94,12 @@ ExitCode RunCheck(const Arguments& arguments, Console& console)
 
 } // namespace
 
-const Command CheckCommand = {
-    "check", "FILE...", 1, AnyNumber, "Checks written files against their grammar and against each other.",
-    Specs,   RunCheck};
+const Command CheckCommand = {"check",
+                              "FILE|FOLDER...",
+                              1,
+                              AnyNumber,
+                              "Checks written files against their grammar and against each other.",
+                              Specs,
+                              RunCheck};
 
 } // namespace tq4x::cli

@@ -49,7 +49,7 @@ FileInfo DescribeWrittenFile(const std::string&)
 }
 
 const Command CheckCommand = {
-    "check",      "FILE...",   1, AnyNumber, "Checks written files (not in this build).",
+    "check",      "FILE|FOLDER...", 1, AnyNumber, "Checks written files (not in this build).",
     CheckOptions, RefuseToRead};
 
 const Command ToGltfCommand = {

@@ -9,6 +9,8 @@ foreach(file IN LISTS FILES)
 endforeach()
 file(WRITE "${OUTPUT}" "#include \"${HEADER}\"
 
+#pragma GCC diagnostic ignored \"-Woverlength-strings\"
+
 namespace ${NAMESPACE}
 {
 namespace

@@ -64,8 +64,8 @@ RECT FreeAreaAround(HWND window)
 void MoveInto(HWND window, const RECT& area)
 {
     RECT place{};
-    if (GetWindowRect(window, &place) == 0)
-        return;
+    if (IsZoomed(window) != 0 || IsIconic(window) != 0 || GetWindowRect(window, &place) == 0)
+        return; // the edges of a maximised window are beyond the screen on purpose
     const long width = std::min(place.right - place.left, area.right - area.left);
     const long height = std::min(place.bottom - place.top, area.bottom - area.top);
     const long left = std::clamp(place.left, area.left, area.right - width);

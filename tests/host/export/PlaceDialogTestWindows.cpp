@@ -29,6 +29,12 @@ public:
 
     ~TestWindow() { DestroyWindow(m_window); }
 
+    void Show(int state) const { ShowWindow(m_window, state); }
+
+    bool IsMaximised() const { return IsZoomed(m_window) != 0; }
+
+    bool IsMinimised() const { return IsIconic(m_window) != 0; }
+
     RECT Place() const
     {
         RECT place{};
@@ -84,6 +90,24 @@ TEST(PlaceDialog, LeavesAWindowThatIsSeenAndOthersAlone)
     EXPECT_EQ(seen.Place().left, inside.left);
     EXPECT_EQ(seen.Place().bottom, inside.bottom);
     EXPECT_EQ(other.Place().right, outside.right);
+}
+
+TEST(PlaceDialog, LeavesMaximisedAndMinimisedWindowsAlone)
+{
+    const RECT area = FreeArea();
+    const RECT usual = {area.left + 20, area.top + 30, area.left + 220, area.top + 130};
+    for (const int state : {SW_MAXIMIZE, SW_MINIMIZE}) {
+        const TestWindow window("Page", nullptr, usual);
+        window.Show(state);
+        ASSERT_TRUE(window.IsMaximised() || window.IsMinimised());
+        const RECT before = window.Place();
+        PlaceDialog("Page");
+        const RECT after = window.Place();
+        EXPECT_TRUE(EqualRect(&before, &after)) << after.left << " " << after.top << " " << after.right;
+        window.Show(SW_RESTORE);
+        EXPECT_EQ(window.Place().left, usual.left);
+        EXPECT_EQ(window.Place().bottom, usual.bottom);
+    }
 }
 
 } // namespace

@@ -16,6 +16,10 @@ namespace tq4x
 /// The path as the file system takes it. Empty for a text with a zero byte in it, which no system can hold.
 std::filesystem::path FilePath(std::string_view path);
 
+/// The other way round, for names that the file system lists: the text of a path in the system's code page.
+/// Characters that this does not have become "?".
+std::string PathOfFile(const std::filesystem::path& file);
+
 /// Opens an existing file for reading and writing, without touching it; nullptr if that is refused.
 std::FILE* OpenForUpdate(const std::filesystem::path& path);
 

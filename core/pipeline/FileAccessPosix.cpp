@@ -14,6 +14,11 @@ std::filesystem::path FilePath(std::string_view path)
     return NativePath(path);
 }
 
+std::string PathOfFile(const std::filesystem::path& file)
+{
+    return file.string();
+}
+
 bool PathExists(std::string_view path)
 {
     std::error_code error;

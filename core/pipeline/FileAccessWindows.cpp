@@ -61,6 +61,11 @@ std::filesystem::path FilePath(std::string_view path)
     return std::max(wide.size(), full.size()) > LongestPlainPath ? UnlimitedForm(full) : wide;
 }
 
+std::string PathOfFile(const std::filesystem::path& file)
+{
+    return NarrowText(SystemCodePage(), file.native());
+}
+
 bool PathExists(std::string_view path)
 {
     return PathFileExistsW(FilePath(path).c_str()) != 0;

@@ -75,9 +75,11 @@ bool IsReplaceable(const fs::path& target)
 /// The narrow call takes texts of the system's code page that are not longer than it has always taken them.
 bool CopyNewFile(const std::string& from, const std::string& to)
 {
-    const bool isPlain = SystemCodePage() == GetACP() && from.size() < MAX_PATH && to.size() < MAX_PATH;
+    const std::wstring source = FilePath(from).wstring();
+    const std::wstring target = FilePath(to).wstring();
+    const bool isPlain = SystemCodePage() == GetACP() && source.size() < MAX_PATH && target.size() < MAX_PATH;
     return isPlain ? CopyFileA(from.c_str(), to.c_str(), TRUE) != 0
-                   : CopyFileW(FilePath(from).c_str(), FilePath(to).c_str(), TRUE) != 0;
+                   : CopyFileW(source.c_str(), target.c_str(), TRUE) != 0;
 }
 
 /// Copies beside the target and renames the copy over it. A source that may not be written hands that on to

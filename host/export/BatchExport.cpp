@@ -54,7 +54,7 @@ std::optional<std::vector<std::string>> FindSceneNames(const std::string& folder
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         std::error_code typeError;
         if (entry->path().extension() == SceneExtension && entry->is_regular_file(typeError))
-            names.push_back(entry->path().filename().string());
+            names.push_back(PathOfFile(entry->path().filename()));
     }
     if (error)
         return std::nullopt;

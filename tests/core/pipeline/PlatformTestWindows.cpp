@@ -111,6 +111,9 @@ TEST(PlatformWindows, ShortPathsInALongFolder)
     EXPECT_EQ(FilePath(name).wstring(), L"\\\\?\\" + deep.wstring() + L"\\" + std::wstring(60, 'm') + L"\\b");
     EXPECT_TRUE(EnsureFolder(name));
     EXPECT_TRUE(PathExists(name));
+    std::ofstream(deep / "file") << "text";
+    EXPECT_TRUE(SystemPlatform().CopyOver("file", name + "/copy"));
+    EXPECT_EQ(ReadFileText(name + "/copy", 100), "text");
 }
 
 TEST(PlatformWindows, NamesBeyondTheCodePage)
@@ -140,6 +143,8 @@ TEST(PlatformWindows, NamesInADoubleByteCodePage)
     const std::string name = "\x95\x5C\x8E\xA6";
     EXPECT_TRUE(EnsureFolder(folder.Path().string() + "\\" + name));
     EXPECT_TRUE(fs::is_directory(folder.Path() / L"\u8868\u793A"));
+    EXPECT_EQ(PathOfFile(fs::directory_iterator(folder.Path())->path().filename()), name);
+    EXPECT_EQ(PathOfFile(L"C:\\\u00DF.scn"), "C:\\?.scn") << "a character that the code page does not have";
 }
 
 TEST(PlatformWindows, NamesOfDevicesCannotBeWritten)

@@ -47,6 +47,17 @@ DoubleVector Turned(const DoubleVector& v, const DoubleVector& axis, double angl
     return turned;
 }
 
+/// Right to the last bit of single precision on every system: their own functions of that precision differ.
+float Tangent(float radians)
+{
+    return static_cast<float>(std::tan(static_cast<double>(radians)));
+}
+
+float ArcTangent(float tangent)
+{
+    return static_cast<float>(std::atan(static_cast<double>(tangent)));
+}
+
 } // namespace
 
 Vector3 ComputeUpVector(const DoubleVector& camera, const DoubleVector& target, const DoubleVector& up,
@@ -65,8 +76,8 @@ float ToVerticalFieldOfView(float horizontal, float ratio)
 {
     if (ratio <= 0.0f)
         return 0.0f;
-    const float half = std::tan(RadiansPerDegreeSingle * horizontal * 0.5f) / ratio;
-    return DegreesPerRadianSingle * std::atan(half) * 2.0f;
+    const float half = Tangent(RadiansPerDegreeSingle * horizontal * 0.5f) / ratio;
+    return DegreesPerRadianSingle * ArcTangent(half) * 2.0f;
 }
 
 } // namespace tq4x

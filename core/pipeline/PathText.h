@@ -11,6 +11,7 @@ namespace tq4x
 
 /// Joins a folder and a name with the system's separator ("\" on Windows, "/" elsewhere), which is added only
 /// if the folder does not end in "/" or "\". An empty folder gives the name alone.
+/// Windows' own call for this, PathAppendW, would refuse long paths and rewrite ".." in what messages show.
 std::string AppendPath(std::string_view folder, std::string_view name);
 
 /// True if the last character is "/" or "\".

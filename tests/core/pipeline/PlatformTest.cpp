@@ -32,7 +32,8 @@ TEST(Platform, SystemAnswersWithinItsRanges)
     const LocalTime now = platform.Now();
     EXPECT_GT(now.Year, 2000);
     EXPECT_TRUE(now.Month >= 1 && now.Month <= 12 && now.Day >= 1 && now.Day <= 31);
-    EXPECT_THAT(platform.TimeText({2013, 4, 9, 8, 7, 6}), testing::HasSubstr("8:07:06")); // the user's format
+    EXPECT_THAT(platform.TimeText({2013, 4, 9, 8, 7, 6}),
+                testing::HasSubstr("8:07:06")); // the system's format
     EXPECT_THAT(platform.UserName(), testing::Not(IsEmpty()));
 }
 

@@ -19,6 +19,38 @@ namespace
 namespace fs = std::filesystem;
 using test::TemporaryFolder;
 
+TEST(PlatformWindows, VariablesComeInTheCodePage)
+{
+    const test::PlatformGuard guard;
+    const auto read = SystemPlatform().Environment;
+    ASSERT_NE(SetEnvironmentVariableW(L"TQ4X_TEST_\u8868", L"C:\\\u706F\u53F0\\\u00DF"), 0);
+    SetSystemCodePage(CodePageUtf8);
+    EXPECT_EQ(read("TQ4X_TEST_\xE8\xA1\xA8"), "C:\\\xE7\x81\xAF\xE5\x8F\xB0\\\xC3\x9F");
+    SetSystemCodePage(CodePageShiftJis);
+    EXPECT_EQ(read("TQ4X_TEST_\x95\x5C"), "C:\\\x93\x94\x91\xE4\\?");
+    SetEnvironmentVariableW(L"TQ4X_TEST_\u8868", L"");
+    EXPECT_EQ(read("TQ4X_TEST_\x95\x5C"), std::nullopt) << "empty";
+    SetEnvironmentVariableW(L"TQ4X_TEST_\u8868", nullptr);
+    EXPECT_EQ(read("TQ4X_TEST_\x95\x5C"), std::nullopt) << "not set";
+}
+
+TEST(PlatformWindows, UserAndTimeAreTheSystems)
+{
+    std::wstring user(257, L'\0');
+    DWORD size = static_cast<DWORD>(user.size());
+    ASSERT_NE(GetUserNameW(user.data(), &size), 0);
+    EXPECT_EQ(SystemPlatform().UserName(), PathOfFile(user.c_str()));
+    SYSTEMTIME before{}, after{};
+    GetLocalTime(&before);
+    const std::string now = DateText(SystemPlatform().Now());
+    GetLocalTime(&after);
+    const auto text = [](const SYSTEMTIME& time) {
+        return DateText({time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond});
+    };
+    EXPECT_LE(text(before), now);
+    EXPECT_GE(text(after), now);
+}
+
 TEST(PlatformWindows, CommandsRunInTheShell)
 {
     const TemporaryFolder folder;

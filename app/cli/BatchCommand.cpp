@@ -33,29 +33,29 @@ constexpr std::string_view OptionsOfOneScene[] = {"--output", "--name", "--repor
 /// The options of an export that each of them gets as they stand here.
 std::vector<OptionSpec> ForwardedSpecs()
 {
-    std::vector<OptionSpec> specs;
-    std::ranges::copy_if(ExportOptionSpecs(), std::back_inserter(specs), [](const OptionSpec& spec) {
-        return std::ranges::find(OptionsOfOneScene, spec.Name) == std::end(OptionsOfOneScene);
+    std::vector<OptionSpec> options;
+    std::ranges::copy_if(ExportOptionSpecs(), std::back_inserter(options), [](const OptionSpec& option) {
+        return std::ranges::find(OptionsOfOneScene, option.Name) == std::end(OptionsOfOneScene);
     });
-    return specs;
+    return options;
 }
 
 std::span<const OptionSpec> BatchOptionSpecs()
 {
-    static const std::vector<OptionSpec> specs = [] {
+    static const std::vector<OptionSpec> options = [] {
         std::vector<OptionSpec> all(std::begin(OwnSpecs), std::end(OwnSpecs));
         std::ranges::copy(ForwardedSpecs(), std::back_inserter(all));
         return all;
     }();
-    return specs;
+    return options;
 }
 
 std::vector<std::string> ForwardedWords(const Arguments& arguments)
 {
     std::vector<std::string> words;
-    for (const OptionSpec& spec : ForwardedSpecs()) {
-        for (const std::string& value : arguments.Values(spec.Name)) {
-            words.push_back(std::string(spec.Name) + (spec.ValueName.empty() ? "" : "=" + value));
+    for (const OptionSpec& option : ForwardedSpecs()) {
+        for (const std::string& value : arguments.Values(option.Name)) {
+            words.push_back(std::string(option.Name) + (option.ValueName.empty() ? "" : "=" + value));
         }
     }
     return words;

@@ -130,14 +130,14 @@ TEST_F(BatchCommandTest, HandsOptionsOnToEachExport)
 TEST_F(BatchCommandTest, HandsOnEveryOptionThatIsNotAboutOneScene)
 {
     const std::string help = HelpOf(BatchCommand);
-    for (const OptionSpec& spec : ExportOptionSpecs()) {
-        const bool isOfOneScene = spec.Name == "--output" || spec.Name == "--name" ||
-                                  spec.Name == "--preview" || spec.Name == "--depfile";
-        const std::string line = "  " + std::string(spec.Name);
+    for (const OptionSpec& option : ExportOptionSpecs()) {
+        const bool isOfOneScene = option.Name == "--output" || option.Name == "--name" ||
+                                  option.Name == "--preview" || option.Name == "--depfile";
+        const std::string line = "  " + std::string(option.Name);
         EXPECT_EQ(help.find(line) != std::string::npos ||
                       help.find(", " + line.substr(2)) != std::string::npos,
                   !isOfOneScene)
-            << spec.Name;
+            << option.Name;
     }
 }
 

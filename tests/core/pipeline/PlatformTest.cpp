@@ -1,14 +1,13 @@
 #include "pipeline/Platform.h"
 
+#include "core/pipeline/WrittenText.h"
 #include "support/Golden.h"
 #include "support/MessageRecorder.h"
 #include "support/PlatformGuard.h"
 #include "support/TemporaryFolder.h"
 #include "support/Variables.h"
 
-#include <algorithm>
 #include <fstream>
-#include <vector>
 
 namespace tq4x
 {
@@ -16,6 +15,7 @@ namespace
 {
 
 namespace fs = std::filesystem;
+using test::NamesIn;
 using test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -67,16 +67,6 @@ TEST(Platform, CopyOverReplacesTheTarget)
     EXPECT_FALSE(SystemPlatform().CopyOver(folder.Path().string(), (folder / "c").string()));
     EXPECT_FALSE(SystemPlatform().CopyOver((folder / "a").string(), (folder / "missing/b").string()));
     EXPECT_EQ(test::ReadWholeFile(folder / "b"), "new");
-}
-
-/// Names of all that is in a folder, in order.
-std::vector<std::string> NamesIn(const fs::path& folder)
-{
-    std::vector<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    std::ranges::sort(names);
-    return names;
 }
 
 TEST(Platform, ACopyOfAReadOnlyFileCanBeReplacedAgain)

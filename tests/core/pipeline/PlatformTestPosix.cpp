@@ -1,5 +1,6 @@
 #include "pipeline/Platform.h"
 
+#include "core/pipeline/WrittenText.h"
 #include "support/Golden.h"
 #include "support/TemporaryFolder.h"
 
@@ -7,10 +8,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <fstream>
-#include <vector>
 
 namespace tq4x
 {
@@ -18,18 +17,9 @@ namespace
 {
 
 namespace fs = std::filesystem;
+using test::NamesIn;
 using test::TemporaryFolder;
 using testing::ElementsAre;
-
-/// Names of all that is in a folder, in order.
-std::vector<std::string> NamesIn(const fs::path& folder)
-{
-    std::vector<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    std::ranges::sort(names);
-    return names;
-}
 
 TEST(Platform, ACopyReplacesALinkAndLeavesWhatItLeadsTo)
 {

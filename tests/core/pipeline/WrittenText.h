@@ -2,6 +2,7 @@
 
 #include "pipeline/OutputFile.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -25,11 +26,13 @@ inline bool WriteAll(const std::filesystem::path& path, const std::string& text)
     return file.Commit();
 }
 
+/// Names of all that is in a folder, in order.
 inline std::vector<std::string> NamesIn(const std::filesystem::path& folder)
 {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder))
         names.push_back(entry.path().filename().string());
+    std::ranges::sort(names);
     return names;
 }
 
